@@ -1,0 +1,248 @@
+#include <Conf/Interfaces/GrahpImpl.h>
+
+#include <Conf/Interfaces/Exceptions.h>
+#include <foundation/Throw.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+namespace Quenzo::Conf {
+
+namespace {
+
+constexpr long long kLastId = std::numeric_limits<long long>::max();
+
+ProfileException IdsUsedUp(const char* kind) {
+    ProfileException failure;
+    failure << Exception::TagDescription(std::string("the ") + kind + " ids of the graph are used up");
+    return failure;
+}
+
+template <typename Failure>
+Failure LinkFailure(long long from, long long to) {
+    Failure failure;
+    failure << ProfileException::TagRequestedLink({from, to});
+    return failure;
+}
+
+// Makes room for one more element in the amortised way, so that adding it cannot fail.
+template <typename T>
+void ReserveOneMore(std::vector<T>& elements) {
+    if (elements.size() == elements.capacity()) {
+        elements.reserve(std::max<std::size_t>(2 * elements.size(), 2));
+    }
+}
+
+}  // namespace
+
+ITranscodingMetaGraph::GrahpImpl::Finder::Finder(const GrahpImpl& graph) : graph_(graph) {
+    if (graph.idsAscend_) {
+        return;
+    }
+    first_.reserve(graph.slots_.size());
+    for (const Slot& slot : graph.slots_) {
+        first_.try_emplace(slot.id, slot.vertex.get());
+    }
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::Finder::operator()(NodeId node) const -> Vertex& {
+    const auto known = first_.find(node);
+    return known != first_.end() ? *known->second : graph_.VertexById(node);
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept -> Vertex* {
+    const auto hasId = [node](const Slot& slot) { return slot.id == node; };
+    if (!idsAscend_) {
+        const auto slot = std::find_if(slots_.begin(), slots_.end(), hasId);
+        return slot != slots_.end() ? slot->vertex.get() : nullptr;
+    }
+    if (slots_.empty() || node < slots_.front().id) {
+        return nullptr;
+    }
+    // Ids ascend by at least one a position: until a node is removed this is the very place, and later the last
+    // possible.
+    const auto distance = static_cast<std::uint64_t>(node) - static_cast<std::uint64_t>(slots_.front().id);
+    const std::size_t last = std::min<std::uint64_t>(distance, slots_.size() - 1);
+    if (hasId(slots_[last])) {
+        return slots_[last].vertex.get();
+    }
+    const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(last);
+    const auto slot =
+        std::lower_bound(slots_.begin(), end, node, [](const Slot& each, NodeId id) { return each.id < id; });
+    return slot != end && hasId(*slot) ? slot->vertex.get() : nullptr;
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::VertexById(NodeId node) const -> Vertex& {
+    Vertex* vertex = FindVertex(node);
+    if (vertex == nullptr) {
+        NodeNotFound failure;
+        failure << ProfileException::TagRequestedNodeId(node);
+        QUENZO_THROW(failure);
+    }
+    return *vertex;
+}
+
+// The first edge in the out-list of the source, or the list's end.
+auto ITranscodingMetaGraph::GrahpImpl::FindEdge(const Vertex& source, const Vertex& target) const noexcept
+    -> EdgeRefs::const_iterator {
+    if (listsAgree_ && target.in.size() < source.out.size()) {
+        const auto hasSource = [&source](EdgeList::iterator edge) { return edge->source == &source; };
+        if (std::none_of(target.in.begin(), target.in.end(), hasSource)) {
+            return source.out.end();
+        }
+    }
+    return std::find_if(source.out.begin(), source.out.end(),
+                        [&target](EdgeList::iterator edge) { return edge->target == &target; });
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::EdgeBetween(NodeId from, NodeId to) const -> EdgeRefs::const_iterator {
+    const Vertex& source = VertexById(from);
+    const Vertex& target = VertexById(to);
+    const auto edge = FindEdge(source, target);
+    if (edge == source.out.end()) {
+        QUENZO_THROW(LinkFailure<LinkNotFound>(from, to));
+    }
+    return edge;
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> NodeId {
+    if (lastNodeId_ == kLastId) {
+        QUENZO_THROW(IdsUsedUp("node"));
+    }
+    AppendNode(lastNodeId_ + 1, Core::Property(tree));
+    return ++lastNodeId_;
+}
+
+void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tree) {
+    ReserveOneMore(slots_);
+    auto vertex = std::make_unique<Vertex>(Vertex{{id, std::move(tree)}, slots_.size(), {}, {}});
+    idsAscend_ = idsAscend_ && (slots_.empty() || slots_.back().id < id);
+    slots_.push_back({id, std::move(vertex)});
+}
+
+void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
+    const Vertex& vertex = VertexById(node);
+    const std::size_t position = vertex.position;
+    const bool isLast = position + 1 == slots_.size();
+    if (isLast) {
+        if (const Edge* edge = FirstEdgeTouching(vertex); edge != nullptr) {
+            QUENZO_THROW(LinkFailure<LinkExists>(edge->source->meta.id, edge->target->meta.id));
+        }
+    } else {
+        RedirectEdges(vertex, slots_[position + 1].vertex.get());
+    }
+    slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(position));
+    for (std::size_t i = position; i < slots_.size(); ++i) {
+        slots_[i].vertex->position = i;
+    }
+    if (slots_.empty()) {
+        idsAscend_ = true;
+        listsAgree_ = true;
+    }
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::FirstEdgeTouching(const Vertex& vertex) const noexcept -> const Edge* {
+    if (listsAgree_ && vertex.out.empty() && vertex.in.empty()) {
+        return nullptr;
+    }
+    const auto edge = std::find_if(edges_.begin(), edges_.end(), [&vertex](const Edge& each) {
+        return each.source == &vertex || each.target == &vertex;
+    });
+    return edge != edges_.end() ? &*edge : nullptr;
+}
+
+void ITranscodingMetaGraph::GrahpImpl::RedirectEdges(const Vertex& removed, Vertex* successor) {
+    if (FirstEdgeTouching(removed) == nullptr) {
+        return;
+    }
+    for (Edge& edge : edges_) {
+        edge.source = edge.source == &removed ? successor : edge.source;
+        edge.target = edge.target == &removed ? successor : edge.target;
+    }
+    listsAgree_ = false;
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::AddLink(NodeId from, NodeId to, const Core::Property& tree) -> LinkId {
+    Vertex& source = VertexById(from);
+    Vertex& target = VertexById(to);
+    return AppendLink(source, target, Core::Property(tree));
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::AppendLink(Vertex& source, Vertex& target, Core::Property&& tree) -> LinkId {
+    if (FindEdge(source, target) != source.out.end()) {
+        QUENZO_THROW(LinkFailure<LinkExists>(source.meta.id, target.meta.id));
+    }
+    if (lastLinkId_ == kLastId) {
+        QUENZO_THROW(IdsUsedUp("link"));
+    }
+    ReserveOneMore(source.out);
+    ReserveOneMore(target.in);
+    edges_.push_back({{lastLinkId_ + 1, std::move(tree)}, &source, &target});
+    const auto edge = std::prev(edges_.end());
+    source.out.push_back(edge);
+    target.in.push_back(edge);
+    return ++lastLinkId_;
+}
+
+void ITranscodingMetaGraph::GrahpImpl::RemoveLink(NodeId from, NodeId to) {
+    const auto entry = EdgeBetween(from, to);
+    const auto edge = *entry;
+    // The target may hold entries of several edges from that source after nodes were removed; all of them go.
+    std::erase_if(edge->target->in, [edge](EdgeList::iterator each) { return each->source == edge->source; });
+    edge->source->out.erase(entry);
+    edges_.erase(edge);
+}
+
+const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetNode(NodeId node) const {
+    return VertexById(node).meta.data;
+}
+
+const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetLink(NodeId from, NodeId to) const {
+    return (*EdgeBetween(from, to))->meta.data;
+}
+
+void ITranscodingMetaGraph::GrahpImpl::Inputs(NodeId node, std::vector<NodeId>& sources) const {
+    for (const auto edge : VertexById(node).in) {
+        sources.push_back(edge->source->meta.id);
+    }
+}
+
+void ITranscodingMetaGraph::GrahpImpl::Outputs(NodeId node, std::vector<NodeId>& targets) const {
+    for (const auto edge : VertexById(node).out) {
+        targets.push_back(edge->target->meta.id);
+    }
+}
+
+void ITranscodingMetaGraph::GrahpImpl::Inputs(std::vector<NodeId>& nodes) const {
+    for (const Slot& slot : slots_) {
+        if (slot.vertex->in.empty()) {
+            nodes.push_back(slot.id);
+        }
+    }
+}
+
+void ITranscodingMetaGraph::GrahpImpl::Outputs(std::vector<NodeId>& nodes) const {
+    for (const Slot& slot : slots_) {
+        if (slot.vertex->out.empty()) {
+            nodes.push_back(slot.id);
+        }
+    }
+}
+
+void ITranscodingMetaGraph::GrahpImpl::VisitNodes(
+    const std::function<void(NodeId, const Core::Property&)>& visit) const {
+    for (const Slot& slot : slots_) {
+        visit(slot.id, slot.vertex->meta.data);
+    }
+}
+
+void ITranscodingMetaGraph::GrahpImpl::VisitLinks(
+    const std::function<void(LinkId, NodeId, NodeId, const Core::Property&)>& visit) const {
+    for (const Edge& edge : edges_) {
+        visit(edge.meta.id, edge.source->meta.id, edge.target->meta.id, edge.meta.data);
+    }
+}
+
+}  // namespace Quenzo::Conf

@@ -1,0 +1,43 @@
+#include <Conf/Interfaces/GrahpImpl.h>
+
+#include <foundation/Property.h>
+
+#include <sstream>
+#include <string>
+
+namespace Quenzo::Conf {
+
+namespace {
+
+constexpr const char* kGraphName = "G";
+
+bool HasLabel(const Core::Property& tree, const char* emptyName) {
+    return tree.GetType() != PropertyTypes::Node || tree.Count() != 0 || tree.GetName() != emptyName;
+}
+
+}  // namespace
+
+void ITranscodingMetaGraph::GrahpImpl::SaveInToDot(const SP<Core::IDataOutput>& output) const {
+    // Positions and the graph's name are DOT identifiers as they stand, and a dump never ends a quoted string.
+    std::ostringstream dot;
+    dot << "digraph " << kGraphName << " {\n";
+    for (const Slot& slot : slots_) {
+        dot << slot.vertex->position << "[label=\"Node Id: " << slot.id << '\n';
+        Core::PrintCorePropertyValue(slot.vertex->meta.data, 0, dot, true, true);
+        dot << "\"];\n";
+    }
+    for (const Edge& edge : edges_) {
+        dot << edge.source->position << "->" << edge.target->position << ' ';
+        if (HasLabel(edge.meta.data, DATA)) {
+            dot << "[label=\"";
+            Core::PrintCorePropertyValue(edge.meta.data, 0, dot, true, true);
+            dot << "\"]";
+        }
+        dot << ";\n";
+    }
+    dot << "}\n";
+    const std::string text = dot.str();
+    output->Write(text.data(), text.size());
+}
+
+}  // namespace Quenzo::Conf

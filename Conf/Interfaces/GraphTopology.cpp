@@ -1,0 +1,236 @@
+#include <Conf/Interfaces/GrahpImpl.h>
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+namespace Quenzo::Conf {
+
+namespace {
+
+constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+// The root of an element in a forest of disjoint sets; halves the way there for the next search.
+std::size_t Root(std::vector<std::size_t>& parents, std::size_t element) {
+    while (parents[element] != element) {
+        parents[element] = parents[parents[element]];
+        element = parents[element];
+    }
+    return element;
+}
+
+}  // namespace
+
+const char* GetTopologyFaultCode(TopologyFault fault) {
+    switch (fault) {
+        case TopologyFault::TooFewNodes: return "too-few-nodes";
+        case TopologyFault::IsolatedNode: return "isolated-node";
+        case TopologyFault::Cycle: return "cycle";
+        case TopologyFault::Disconnected: return "disconnected";
+    }
+    return "";
+}
+
+bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
+    if (!HasEnoughLinks() || HasCycle()) {
+        return false;
+    }
+    const std::vector<std::size_t> pieces = Pieces();
+    return *std::max_element(pieces.begin(), pieces.end()) == 0;
+}
+
+bool ITranscodingMetaGraph::GrahpImpl::HasEnoughLinks() const {
+    return slots_.size() >= 2 && std::none_of(slots_.begin(), slots_.end(), [](const Slot& slot) {
+               return slot.vertex->in.empty() && slot.vertex->out.empty();
+           });
+}
+
+// Takes away nodes that nothing enters any more; what cannot be taken away is on a cycle or behind one.
+bool ITranscodingMetaGraph::GrahpImpl::HasCycle() const {
+    std::vector<std::size_t> incoming(slots_.size(), 0);
+    for (const Slot& slot : slots_) {
+        for (const auto edge : slot.vertex->out) {
+            ++incoming[edge->target->position];
+        }
+    }
+    std::vector<const Vertex*> free;
+    free.reserve(slots_.size());
+    for (const Slot& slot : slots_) {
+        if (incoming[slot.vertex->position] == 0) {
+            free.push_back(slot.vertex.get());
+        }
+    }
+    for (std::size_t i = 0; i < free.size(); ++i) {
+        for (const auto edge : free[i]->out) {
+            if (--incoming[edge->target->position] == 0) {
+                free.push_back(edge->target);
+            }
+        }
+    }
+    return free.size() != slots_.size();
+}
+
+// For each position the number of its connected piece, counted from 0 in the order of their first nodes.
+std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::Pieces() const {
+    std::vector<std::size_t> parents(slots_.size());
+    std::iota(parents.begin(), parents.end(), std::size_t{0});
+    for (const Edge& edge : edges_) {
+        // The first node of a piece is its root.
+        const auto [first, second] =
+            std::minmax({Root(parents, edge.source->position), Root(parents, edge.target->position)});
+        parents[second] = first;
+    }
+    std::vector<std::size_t> pieces(slots_.size());
+    std::size_t count = 0;
+    for (std::size_t position = 0; position < slots_.size(); ++position) {
+        const std::size_t root = Root(parents, position);
+        pieces[position] = root == position ? count++ : pieces[root];
+    }
+    return pieces;
+}
+
+// For each position the number of its strong component: the set of nodes that it can reach and that can reach it.
+// Tarjan's algorithm, with the call stack as a vector. Boost's own would bring load-time code into this unit.
+std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::StrongComponents() const {
+    std::vector<std::size_t> components(slots_.size(), kNone);
+    std::vector<std::size_t> order(slots_.size(), kNone);
+    std::vector<std::size_t> lowest(slots_.size(), kNone);
+    std::vector<std::size_t> open;
+    std::vector<std::pair<std::size_t, std::size_t>> calls;
+    std::size_t visited = 0;
+    std::size_t count = 0;
+    const auto enter = [&](std::size_t position) {
+        order[position] = lowest[position] = visited++;
+        open.push_back(position);
+        calls.emplace_back(position, 0);
+    };
+    const auto leave = [&](std::size_t position) {
+        calls.pop_back();
+        if (lowest[position] == order[position]) {
+            for (; components[position] == kNone; open.pop_back()) {
+                components[open.back()] = count;
+            }
+            ++count;
+        }
+        if (!calls.empty()) {
+            lowest[calls.back().first] = std::min(lowest[calls.back().first], lowest[position]);
+        }
+    };
+    for (const Slot& slot : slots_) {
+        if (order[slot.vertex->position] != kNone) {
+            continue;
+        }
+        enter(slot.vertex->position);
+        while (!calls.empty()) {
+            auto& [position, next] = calls.back();
+            const EdgeRefs& out = slots_[position].vertex->out;
+            if (next == out.size()) {
+                leave(position);
+                continue;
+            }
+            const std::size_t target = out[next++]->target->position;
+            if (order[target] == kNone) {
+                enter(target);
+            } else if (components[target] == kNone) {
+                lowest[position] = std::min(lowest[position], order[target]);
+            }
+        }
+    }
+    return components;
+}
+
+// One cycle out of each strong component that has one.
+std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::Cycles() const {
+    const std::vector<std::size_t> sets = StrongComponents();
+    const auto nextInSet = [&sets](const Vertex& vertex) -> const Vertex* {
+        const auto edge = std::find_if(vertex.out.begin(), vertex.out.end(), [&](EdgeList::iterator each) {
+            return sets[each->target->position] == sets[vertex.position];
+        });
+        return edge != vertex.out.end() ? (*edge)->target : nullptr;
+    };
+
+    std::vector<TopologyFinding> findings;
+    std::vector<bool> isSetDone(slots_.size(), false);
+    std::vector<std::size_t> step(slots_.size(), kNone);
+    for (const Slot& slot : slots_) {
+        const std::size_t set = sets[slot.vertex->position];
+        if (isSetDone[set] || nextInSet(*slot.vertex) == nullptr) {
+            continue;
+        }
+        isSetDone[set] = true;
+        std::vector<NodeId> walk;
+        const Vertex* vertex = slot.vertex.get();
+        for (; step[vertex->position] == kNone; vertex = nextInSet(*vertex)) {
+            step[vertex->position] = walk.size();
+            walk.push_back(vertex->meta.id);
+        }
+        walk.erase(walk.begin(), walk.begin() + static_cast<std::ptrdiff_t>(step[vertex->position]));
+        findings.push_back({TopologyFault::Cycle, {std::move(walk)}});
+    }
+    return findings;
+}
+
+std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::ExamineTopology() const {
+    std::vector<TopologyFinding> findings;
+    if (slots_.size() < 2) {
+        TopologyFinding& tooFew = findings.emplace_back(TopologyFinding{TopologyFault::TooFewNodes, {{}}});
+        for (const Slot& slot : slots_) {
+            tooFew.groups.front().push_back(slot.id);
+        }
+    }
+    for (const Slot& slot : slots_) {
+        if (slot.vertex->in.empty() && slot.vertex->out.empty()) {
+            findings.push_back({TopologyFault::IsolatedNode, {{slot.id}}});
+        }
+    }
+    for (TopologyFinding& cycle : Cycles()) {
+        findings.push_back(std::move(cycle));
+    }
+    std::vector<std::vector<NodeId>> groups;
+    const std::vector<std::size_t> pieces = Pieces();
+    for (std::size_t position = 0; position < pieces.size(); ++position) {
+        if (pieces[position] == groups.size()) {
+            groups.emplace_back();
+        }
+        groups[pieces[position]].push_back(slots_[position].id);
+    }
+    if (groups.size() > 1) {
+        findings.push_back({TopologyFault::Disconnected, std::move(groups)});
+    }
+    return findings;
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::FindPath(NodeId from, NodeId to) const -> std::vector<NodeId> {
+    if (from == to) {
+        return {to};
+    }
+    const Finder find(*this);
+    // Each vertex reached remembers where it was reached from; a search by id always goes on from the first vertex with
+    // that id.
+    std::vector<const Vertex*> before(slots_.size(), nullptr);
+    std::vector<const Vertex*> queue = {&find(from)};
+    before[queue.front()->position] = queue.front();
+    for (std::size_t i = 0; i < queue.size(); ++i) {
+        for (const auto edge : queue[i]->out) {
+            const Vertex& reached = find(edge->target->meta.id);
+            if (before[reached.position] != nullptr) {
+                continue;
+            }
+            before[reached.position] = queue[i];
+            if (reached.meta.id == to) {
+                std::vector<NodeId> path;
+                for (const Vertex* vertex = &reached; vertex != queue.front(); vertex = before[vertex->position]) {
+                    path.push_back(vertex->meta.id);
+                }
+                path.push_back(from);
+                std::reverse(path.begin(), path.end());
+                return path;
+            }
+            queue.push_back(&reached);
+        }
+    }
+    return {};
+}
+
+}  // namespace Quenzo::Conf

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <Conf/Interfaces/Vocabulary/PresetVocabulary.h>
+#include <foundation/Export.h>
+#include <foundation/Property.h>
+#include <foundation/RefCount.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Quenzo::Conf {
+
+/// An export preset: which container to write and how to encode each of its streams. Presets are kept outside this
+/// library; implement this interface to hand one in.
+class QUENZO_API IPreset : public IRefCountable, public PresetVocabulary {
+public:
+    /// The number of streams that the preset describes.
+    virtual std::size_t GetStreamCount() const = 0;
+
+    /// Fills `indices` with the positions, counted from 0, of the streams of one type (one of the STREAM_TYPE_
+    /// constants).
+    virtual void GetStreamIndices(const std::string& streamType, std::vector<std::uint32_t>& indices) const = 0;
+
+    /// The whole preset as a tree; its streams stand under KEY_STREAMS. Valid as long as the preset lives unchanged.
+    virtual const Core::Property& GetProperty() const = 0;
+};
+
+}  // namespace Quenzo::Conf

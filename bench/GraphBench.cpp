@@ -1,0 +1,181 @@
+// The graph: loading and saving documents beside RapidJSON alone through the same streams of one virtual call per byte,
+// and the topology check and the path search. The argument is the number of nodes; times grow in proportion to it.
+
+#include <Conf/Interfaces/GraphAlgorithms.h>
+#include <Conf/Interfaces/ITranscodingMetaGraph.h>
+#include <foundation/DataStream.h>
+#include <foundation/JsonStream.h>
+
+#include <benchmark/benchmark.h>
+
+#include <rapidjson/document.h>
+#include <rapidjson/writer.h>
+
+#include <string>
+
+namespace {
+
+using namespace Quenzo;
+using Conf::ITranscodingMetaGraph;
+using Core::Property;
+
+// What a source's node may hold: six children of the usual kinds.
+Property NodeTree(long long number) {
+    Property tree("streamRaw");
+    tree.SetChildT<long long>("id", number);
+    tree.SetChildT<std::string>("codec_id", "CODEC_ID_H264");
+    tree.SetChildT<long long>("width", 1920);
+    tree.SetChildT<long long>("height", 1080);
+    tree.SetChildT<boost::rational<long long>>("frameRateRatio", {30000, 1001});
+    tree.SetChildT<bool>("lossless", false);
+    return tree;
+}
+
+Property LinkTree(long long number) {
+    Property tree("link");
+    tree.SetChildT<long long>("order", number);
+    tree.SetChildT<std::string>("quality", "best");
+    return tree;
+}
+
+// A chain, with a link from each node to the next.
+SP<ITranscodingMetaGraph> MakeChain(long long count) {
+    const auto graph = ITranscodingMetaGraph::Create();
+    for (long long i = 1; i <= count; ++i) {
+        graph->AddNode(NodeTree(i));
+        if (i > 1) {
+            graph->AddLink(i - 1, i, LinkTree(i));
+        }
+    }
+    return graph;
+}
+
+std::string MakeDocument(long long count) {
+    const auto bytes = Core::MemoryOutput::Create();
+    MakeChain(count)->Save(bytes);
+    return bytes->GetBytes();
+}
+
+// Counts bytes and forgets them, so that only the calls are measured.
+class CountingOutput : public RefCounted<Core::IDataOutput> {
+public:
+    void Write(const void* bytes, std::size_t size) override {
+        benchmark::DoNotOptimize(bytes);
+        count_ += size;
+    }
+
+private:
+    std::size_t count_ = 0;
+};
+
+void Finish(benchmark::State& state, std::size_t bytes) {
+    state.SetComplexityN(state.range(0));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
+}
+
+void LoadDocument(benchmark::State& state) {
+    const std::string document = MakeDocument(state.range(0));
+    for (auto _ : state) {
+        const auto graph = ITranscodingMetaGraph::Create();
+        graph->Load(Core::MemoryInput::Create(document));
+        benchmark::DoNotOptimize(graph->GetNodesCount());
+    }
+    Finish(state, document.size());
+}
+
+void LoadDocument_RapidJsonAlone(benchmark::State& state) {
+    const std::string document = MakeDocument(state.range(0));
+    for (auto _ : state) {
+        Core::JsonQuenzoStreamIn stream(Core::MemoryInput::Create(document));
+        rapidjson::Document parsed;
+        parsed.ParseStream(stream);
+        benchmark::DoNotOptimize(parsed.HasParseError());
+    }
+    Finish(state, document.size());
+}
+
+void SaveDocument(benchmark::State& state) {
+    const auto graph = MakeChain(state.range(0));
+    const std::size_t size = MakeDocument(state.range(0)).size();
+    for (auto _ : state) {
+        graph->Save(SP<CountingOutput>(new CountingOutput()));
+    }
+    Finish(state, size);
+}
+
+void SaveDocument_RapidJsonAlone(benchmark::State& state) {
+    const std::string document = MakeDocument(state.range(0));
+    rapidjson::Document parsed;
+    parsed.Parse(document.c_str());
+    for (auto _ : state) {
+        Core::JsonQuenzoStreamOut stream(SP<CountingOutput>(new CountingOutput()));
+        rapidjson::Writer<Core::JsonQuenzoStreamOut> writer(stream);
+        parsed.Accept(writer);
+    }
+    Finish(state, document.size());
+}
+
+void TopologyCheck(benchmark::State& state) {
+    const auto graph = MakeChain(state.range(0));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(graph->TopologyIsValid());
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void PathSearch_Chain(benchmark::State& state) {
+    const auto graph = MakeChain(state.range(0));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Conf::PathExistInGraph(graph, 1, state.range(0)));
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+// The argument is the number of diamonds. An unknown target makes the search see them all.
+void PathSearch_ChainedDiamonds(benchmark::State& state) {
+    const auto graph = ITranscodingMetaGraph::Create();
+    long long top = graph->AddNode(Property("node"));
+    for (int i = 0; i < state.range(0); ++i) {
+        const auto left = graph->AddNode(Property("node"));
+        const auto right = graph->AddNode(Property("node"));
+        const auto bottom = graph->AddNode(Property("node"));
+        for (const auto side : {left, right}) {
+            graph->AddLink(top, side, Property("data"));
+            graph->AddLink(side, bottom, Property("data"));
+        }
+        top = bottom;
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Conf::PathExistInGraph(graph, 1, -1));
+    }
+}
+
+constexpr int kStep = 10;
+constexpr int kSmall = 1000;
+constexpr int kLarge = 100000;
+
+BENCHMARK(LoadDocument)->RangeMultiplier(kStep)->Range(kSmall, kLarge)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(LoadDocument_RapidJsonAlone)
+    ->RangeMultiplier(kStep)
+    ->Range(kSmall, kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK(SaveDocument)->RangeMultiplier(kStep)->Range(kSmall, kLarge)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(SaveDocument_RapidJsonAlone)
+    ->RangeMultiplier(kStep)
+    ->Range(kSmall, kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK(TopologyCheck)
+    ->RangeMultiplier(kStep)
+    ->Range(kSmall, 10 * kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK(PathSearch_Chain)
+    ->RangeMultiplier(kStep)
+    ->Range(kSmall, 10 * kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK(PathSearch_ChainedDiamonds)->Arg(64);
+
+}  // namespace

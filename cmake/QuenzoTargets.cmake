@@ -1,0 +1,39 @@
+# How every target of the project is built.
+
+# Warnings, the language level and the rules that make results the same on every machine.
+function(quenzo_compile_settings target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_compile_options(
+    ${target}
+    PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+            $<$<BOOL:${QUENZO_WERROR}>:-Werror>
+            # A multiplication and an addition are fused only where the code says so, or x86-64 and AArch64 would differ.
+            -ffp-contract=off
+            # Errors record the file they come from: relative to the root, so that builds do not differ by folder.
+            -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+  if(QUENZO_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${QUENZO_SANITIZE} -fno-sanitize-recover=all
+                                             -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${QUENZO_SANITIZE})
+  endif()
+endfunction()
+
+# A library with only its public interface visible. Headers are included by their path from the root.
+function(quenzo_library target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORT_NAME;OUTPUT_NAME" "SOURCES;HEADERS;PRIVATE_HEADERS")
+  add_library(${target} ${arg_SOURCES} ${arg_PRIVATE_HEADERS})
+  add_library(Quenzo::${arg_EXPORT_NAME} ALIAS ${target})
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
+  set_target_properties(
+    ${target}
+    PROPERTIES EXPORT_NAME ${arg_EXPORT_NAME}
+               OUTPUT_NAME ${arg_OUTPUT_NAME}
+               VERSION ${PROJECT_VERSION}
+               SOVERSION ${PROJECT_VERSION_MAJOR}
+               CXX_VISIBILITY_PRESET hidden
+               VISIBILITY_INLINES_HIDDEN ON
+               POSITION_INDEPENDENT_CODE ON
+               VERIFY_INTERFACE_HEADER_SETS ON)
+  quenzo_compile_settings(${target})
+endfunction()

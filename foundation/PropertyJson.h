@@ -1,0 +1,81 @@
+#pragma once
+
+// Shared by the libraries' own sources; not installed.
+
+#include <foundation/Export.h>
+#include <foundation/JsonStream.h>
+#include <foundation/Property.h>
+
+#include <rapidjson/document.h>
+#include <rapidjson/error/error.h>
+
+#include <cstddef>
+
+namespace Quenzo::Core {
+
+enum class JsonParsing { Done, SyntaxError, TooDeep };
+
+struct JsonParseResult {
+    JsonParsing outcome;
+    rapidjson::ParseErrorCode error;  ///< for SyntaxError
+    std::size_t offset;               ///< in bytes, where the parsing stopped
+};
+
+/// Parses a whole stream without recursion and stops as soon as it nests deeper than PropertySerializer::MAX_DEPTH. The
+/// document is null unless the outcome is Done.
+QUENZO_API JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, rapidjson::Document& document);
+
+/// Raises PropertyException when a tree cannot be written as a JSON value that stands at `level` of its document.
+QUENZO_API void RequireWritable(const Property& tree, int level);
+
+/// True when two children of a node have the same name.
+QUENZO_API bool HasRepeatedNames(const Property& node);
+
+template <typename Handler>
+void WriteString(const std::string& text, Handler& handler) {
+    handler.String(text.data(), static_cast<rapidjson::SizeType>(text.size()), true);
+}
+
+template <typename Handler>
+void WriteKey(const std::string& name, Handler& handler) {
+    handler.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()), true);
+}
+
+/// Sends the content of a tree to a RapidJSON handler: a writer, or a document that is being filled. The tree has
+/// passed RequireWritable, which also bounds the recursion.
+template <typename Handler>
+void WriteContent(const Property& tree, Handler& handler) {
+    switch (tree.GetType()) {
+        case PropertyTypes::None: handler.Null(); return;
+        case PropertyTypes::Bool: handler.Bool(tree.GetBool()); return;
+        case PropertyTypes::Int64: handler.Int64(tree.GetInt64()); return;
+        case PropertyTypes::Ratio:
+            handler.StartArray();
+            handler.Int64(tree.GetRatio().numerator());
+            handler.Int64(tree.GetRatio().denominator());
+            handler.EndArray(2);
+            return;
+        case PropertyTypes::String: WriteString(tree.GetString(), handler); return;
+        case PropertyTypes::Node: break;
+    }
+    const auto count = static_cast<rapidjson::SizeType>(tree.Count());
+    if (HasRepeatedNames(tree)) {
+        handler.StartArray();
+        for (const Property& child : tree) {
+            handler.StartObject();
+            WriteKey(child.GetName(), handler);
+            WriteContent(child, handler);
+            handler.EndObject(1);
+        }
+        handler.EndArray(count);
+        return;
+    }
+    handler.StartObject();
+    for (const Property& child : tree) {
+        WriteKey(child.GetName(), handler);
+        WriteContent(child, handler);
+    }
+    handler.EndObject(count);
+}
+
+}  // namespace Quenzo::Core

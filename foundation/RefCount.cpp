@@ -1,0 +1,7 @@
+#include <foundation/RefCount.h>
+
+namespace Quenzo {
+
+IRefCountable::~IRefCountable() = default;
+
+}  // namespace Quenzo

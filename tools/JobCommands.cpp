@@ -1,0 +1,275 @@
+#include <tools/JobCommands.h>
+
+#include <tools/Dot.h>
+#include <tools/Files.h>
+#include <tools/JobFile.h>
+
+#include <Conf/Interfaces/GraphAlgorithms.h>
+#include <Conf/Interfaces/ITranscodingMetaGraph.h>
+#include <foundation/DataStream.h>
+#include <foundation/PropertySerializer.h>
+#include <foundation/StringUtils.h>
+#include <foundation/Throw.h>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <utility>
+
+namespace Quenzo::Tools {
+
+namespace {
+
+using Conf::ITranscodingMetaGraph;
+using Conf::TopologyFault;
+using Conf::TopologyFinding;
+using Core::Property;
+using NodeId = ITranscodingMetaGraph::NodeId;
+using Json = rapidjson::Writer<rapidjson::StringBuffer>;
+
+// The tree of a link that has nothing to say: drawings leave it out, and it is what a document without one loads as.
+Property EmptyLink() { return Property("data"); }
+
+template <typename Write>
+void PrintJson(Write write) {
+    rapidjson::StringBuffer text;
+    Json json(text);
+    json.StartObject();
+    write(json);
+    json.EndObject();
+    Print(std::string(text.GetString(), text.GetSize()) + '\n');
+}
+
+void WriteIds(Json& json, const std::vector<NodeId>& ids) {
+    json.StartArray();
+    for (const NodeId id : ids) {
+        json.Int64(id);
+    }
+    json.EndArray();
+}
+
+// The trees of the links that leave the streams: what the preset says of its first stream, its second, and so on.
+std::vector<Property> StreamSettings(const Conf::IPreset& preset) {
+    const Property& tree = preset.GetProperty();
+    const auto streams = tree.FindChild(Conf::IPreset::KEY_STREAMS);
+    return streams != tree.end() ? std::vector<Property>(streams->begin(), streams->end()) : std::vector<Property>();
+}
+
+std::string Arrows(const std::vector<NodeId>& path) { return fmt::format("{}", fmt::join(path, " -> ")); }
+
+std::string DescribeFinding(const TopologyFinding& finding) {
+    const std::vector<NodeId>& first = finding.groups.front();
+    switch (finding.fault) {
+        case TopologyFault::TooFewNodes:
+            return fmt::format("a job needs at least 2 nodes, and this has {}", first.size());
+        case TopologyFault::IsolatedNode: return fmt::format("no link touches node {}", first.front());
+        case TopologyFault::Cycle: return fmt::format("{} -> {}", Arrows(first), first.front());
+        case TopologyFault::Disconnected: break;
+    }
+    std::string text = fmt::format("the job falls into {} pieces:", finding.groups.size());
+    for (const std::vector<NodeId>& piece : finding.groups) {
+        text += fmt::format(" [{}]", fmt::join(piece, " "));
+    }
+    return text;
+}
+
+void WriteFinding(Json& json, const TopologyFinding& finding) {
+    json.StartObject();
+    json.Key("code");
+    json.String(Conf::GetTopologyFaultCode(finding.fault));
+    if (finding.fault == TopologyFault::Disconnected) {
+        json.Key("pieces");
+        json.StartArray();
+        for (const std::vector<NodeId>& piece : finding.groups) {
+            WriteIds(json, piece);
+        }
+        json.EndArray();
+    } else {
+        json.Key("nodes");
+        WriteIds(json, finding.groups.front());
+    }
+    json.EndObject();
+}
+
+void WriteTree(Json& json, const Property& tree) {
+    rapidjson::Document content;
+    Core::PropertySerializer::Save(tree, content, content.GetAllocator());
+    json.Key("name");
+    json.String(tree.GetName().data(), static_cast<rapidjson::SizeType>(tree.GetName().size()));
+    json.Key("tree");
+    content.Accept(json);
+}
+
+void PrintAsJson(const ITranscodingMetaGraph& job) {
+    PrintJson([&job](Json& json) {
+        json.Key("nodes");
+        json.StartArray();
+        job.VisitNodes([&json](NodeId node, const Property& tree) {
+            json.StartObject();
+            json.Key("id");
+            json.Int64(node);
+            WriteTree(json, tree);
+            json.EndObject();
+        });
+        json.EndArray();
+        json.Key("links");
+        json.StartArray();
+        job.VisitLinks([&json](ITranscodingMetaGraph::LinkId link, NodeId from, NodeId to, const Property& tree) {
+            json.StartObject();
+            json.Key("id");
+            json.Int64(link);
+            json.Key("from");
+            json.Int64(from);
+            json.Key("to");
+            json.Int64(to);
+            WriteTree(json, tree);
+            json.EndObject();
+        });
+        json.EndArray();
+    });
+}
+
+NodeId RequireNode(const ITranscodingMetaGraph& job, const std::string& text, const std::string& file) {
+    NodeId id = 0;
+    if (!ToNumber(text, id)) {
+        QUENZO_THROW(Failure(ExitStatus::WrongUsage, fmt::format("{} is no node id", Quoted(text))));
+    }
+    bool isPresent = false;
+    job.VisitNodes([&](NodeId node, const Property& /*tree*/) { isPresent = isPresent || node == id; });
+    if (!isPresent) {
+        QUENZO_THROW(Failure(ExitStatus::WrongUsage, fmt::format("{} has no node {}", Quoted(file), id)));
+    }
+    return id;
+}
+
+}  // namespace
+
+ExitStatus MakeJob(const NewJob& job) {
+    const auto preset = LoadPreset(job.presetFile);
+    const std::vector<Property> settings = StreamSettings(*preset);
+    const auto graph = ITranscodingMetaGraph::Create();
+    std::vector<NodeId> streams;
+    for (const JobSource& source : job.sources) {
+        const NodeId file = graph->AddNode(ITranscodingMetaGraph::MakeInFileDescription(source.path));
+        for (const std::uint32_t index : source.streams) {
+            streams.push_back(graph->AddNode(ITranscodingMetaGraph::MakeRawStreamDescription(index)));
+            graph->AddLink(file, streams.back(), EmptyLink());
+        }
+    }
+    const NodeId output =
+        graph->AddNode(ITranscodingMetaGraph::MakeOutFileDescription(preset, job.outputPath, job.losslessToDvd));
+    for (std::size_t i = 0; i < streams.size(); ++i) {
+        graph->AddLink(streams[i], output, i < settings.size() ? settings[i] : EmptyLink());
+    }
+    const auto document = Core::MemoryOutput::Create();
+    graph->Save(document);
+    Print(isatty(STDOUT_FILENO) != 0 ? document->GetBytes() + '\n' : document->GetBytes());
+    return ExitStatus::Done;
+}
+
+ExitStatus CheckJob(const std::string& file, bool asJson) {
+    const auto job = LoadJob(file);
+    const bool isValid = job->TopologyIsValid();
+    const std::vector<TopologyFinding> findings = job->ExamineTopology();
+    if (asJson) {
+        PrintJson([&](Json& json) {
+            json.Key("valid");
+            json.Bool(isValid);
+            json.Key("findings");
+            json.StartArray();
+            for (const TopologyFinding& finding : findings) {
+                WriteFinding(json, finding);
+            }
+            json.EndArray();
+        });
+    } else if (isValid) {
+        Print("valid\n");
+    } else {
+        std::string text = "not valid\n";
+        for (const TopologyFinding& finding : findings) {
+            text += fmt::format("{}: {}\n", Conf::GetTopologyFaultCode(finding.fault), DescribeFinding(finding));
+        }
+        Print(text);
+    }
+    return isValid ? ExitStatus::Done : ExitStatus::No;
+}
+
+ExitStatus ShowJob(const std::string& file, bool asJson) {
+    const auto job = LoadJob(file);
+    if (asJson) {
+        PrintAsJson(*job);
+        return ExitStatus::Done;
+    }
+    std::ostringstream text;
+    job->VisitNodes([&text](NodeId node, const Property& tree) {
+        text << "node " << node << '\n';
+        Core::PrintCorePropertyValue(tree, 1, text, false, true);
+    });
+    job->VisitLinks([&text](ITranscodingMetaGraph::LinkId link, NodeId from, NodeId to, const Property& tree) {
+        text << "link " << link << ": " << from << " -> " << to << '\n';
+        if (tree != EmptyLink()) {
+            Core::PrintCorePropertyValue(tree, 1, text, false, true);
+        }
+    });
+    Print(text.str());
+    return ExitStatus::Done;
+}
+
+ExitStatus DrawJob(const std::string& file, const std::string& picture, bool asJson) {
+    const std::string ending = std::filesystem::path(picture).extension().string();
+    const bool isPrinted = picture.empty() || picture == "-";
+    const bool isText = isPrinted || ending == ".dot" || ending == ".gv";
+    if (!isText && ending != ".svg" && ending != ".png") {
+        QUENZO_THROW(
+            Failure(ExitStatus::WrongUsage,
+                    fmt::format("cannot draw {}: its name should end in .dot, .gv, .svg or .png", Quoted(picture))));
+    }
+    const auto job = LoadJob(file);
+    const auto dot = Core::MemoryOutput::Create();
+    job->SaveInToDot(dot);
+    const std::string bytes = isText ? dot->GetBytes() : Draw(dot->GetBytes(), ending.substr(1));
+    if (!isPrinted) {
+        WriteWhole(picture, bytes);
+    }
+    if (asJson) {
+        PrintJson([&](Json& json) {
+            json.Key(isPrinted ? "dot" : "picture");
+            const std::string& value = isPrinted ? bytes : picture;
+            json.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
+        });
+    } else if (isPrinted) {
+        Print(bytes);
+    }
+    return ExitStatus::Done;
+}
+
+ExitStatus FindJobPath(const std::string& file, const std::string& from, const std::string& to, bool asJson) {
+    const auto job = LoadJob(file);
+    const NodeId source = RequireNode(*job, from, file);
+    const NodeId target = RequireNode(*job, to, file);
+    const std::vector<NodeId> path = job->FindPath(source, target);
+    if (asJson) {
+        PrintJson([&](Json& json) {
+            json.Key("reachable");
+            json.Bool(!path.empty());
+            json.Key("path");
+            WriteIds(json, path);
+        });
+    } else if (path.empty()) {
+        Print(fmt::format("no way from {} to {}\n", source, target));
+    } else {
+        Print(Arrows(path) + '\n');
+    }
+    return path.empty() ? ExitStatus::No : ExitStatus::Done;
+}
+
+}  // namespace Quenzo::Tools

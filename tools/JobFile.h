@@ -1,0 +1,18 @@
+#pragma once
+
+#include <Conf/Interfaces/IPreset.h>
+#include <Conf/Interfaces/ITranscodingMetaGraph.h>
+#include <foundation/RefCount.h>
+
+#include <string>
+
+namespace Quenzo::Tools {
+
+/// The job in a document, or on standard input when the name is "-". Fails with Unreadable, and says what is wrong with
+/// the document and where.
+SP<Conf::ITranscodingMetaGraph> LoadJob(const std::string& file);
+
+/// The preset in a JSON file that holds its tree. Fails with Unreadable.
+SP<const Conf::IPreset> LoadPreset(const std::string& file);
+
+}  // namespace Quenzo::Tools

@@ -1,0 +1,184 @@
+// The command line: what it may say, and how the program ends. The commands themselves are in the other files.
+
+#include <tools/Failure.h>
+#include <tools/JobCommands.h>
+
+#include <foundation/StringUtils.h>
+
+#include <CLI/CLI.hpp>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <glog/logging.h>
+
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Quenzo::Tools::ExitStatus;
+using Quenzo::Tools::Failure;
+using Quenzo::Tools::Quoted;
+
+using Command = std::function<ExitStatus()>;
+
+struct Arguments {
+    Quenzo::Tools::NewJob newJob;
+    std::string file;
+    std::string picture;
+    std::string from;
+    std::string to;
+    bool asJson = false;
+};
+
+void AddStream(Quenzo::Tools::NewJob& job, const std::string& text) {
+    std::uint32_t index = 0;
+    if (job.sources.empty()) {
+        throw CLI::ValidationError("--stream " + text, "stands before the --in that it belongs to");
+    }
+    if (!Quenzo::ToNumber(text, index)) {
+        throw CLI::ValidationError("--stream " + text, "a stream is numbered from 0 to 4294967295");
+    }
+    job.sources.back().streams.push_back(index);
+}
+
+void RequireStreams(const Quenzo::Tools::NewJob& job) {
+    for (const auto& source : job.sources) {
+        if (source.streams.empty()) {
+            throw CLI::ValidationError("--in " + Quoted(source.path), "needs a --stream after it");
+        }
+    }
+}
+
+void AddJsonFlag(CLI::App& command, Arguments& arguments) {
+    command.add_flag("--json", arguments.asJson, "Print the result as JSON");
+}
+
+CLI::App* AddJobReader(CLI::App& parent, Arguments& arguments, const std::string& name, const std::string& text) {
+    CLI::App* command = parent.add_subcommand(name, text);
+    command->add_option("FILE", arguments.file, "Job document, or - for standard input")->required();
+    AddJsonFlag(*command, arguments);
+    return command;
+}
+
+void AddJobNew(CLI::App& job, Arguments& arguments, Command& run) {
+    auto& newJob = arguments.newJob;
+    CLI::App* command = job.add_subcommand("new", "Print the document of a new job");
+    command
+        ->add_option_function<std::string>(
+            "--in",
+            [&newJob](const std::string& path) {
+                newJob.sources.push_back({path, {}});
+            },
+            "Source file; may be repeated")
+        ->required()
+        ->trigger_on_parse();
+    command
+        ->add_option_function<std::string>(
+            "--stream", [&newJob](const std::string& text) { AddStream(newJob, text); },
+            "Stream of the source before it, counted from 0; may be repeated. The nth stream of the\n"
+            "job is encoded as the preset's nth stream")
+        ->trigger_on_parse();
+    command->add_option("--preset", newJob.presetFile, "Preset, a JSON file")->required();
+    command->add_option("--out", newJob.outputPath, "File that the job is to write")->required();
+    command->add_flag("--dvd", newJob.losslessToDvd, "Write a DVD container, whatever the preset says");
+    AddJsonFlag(*command, arguments);
+    command->callback([&] {
+        RequireStreams(newJob);
+        run = [&newJob] { return Quenzo::Tools::MakeJob(newJob); };
+    });
+}
+
+void AddJobCommands(CLI::App& program, Arguments& arguments, Command& run) {
+    CLI::App* job = program.add_subcommand("job", "Make, check and look at job documents");
+    job->require_subcommand(1);
+    AddJobNew(*job, arguments, run);
+
+    AddJobReader(*job, arguments, "check", "Say whether a job is valid, or which rules it breaks and where")
+        ->callback([&] { run = [&] { return Quenzo::Tools::CheckJob(arguments.file, arguments.asJson); }; });
+    AddJobReader(*job, arguments, "show", "Print the nodes and links of a job")->callback([&] {
+        run = [&] { return Quenzo::Tools::ShowJob(arguments.file, arguments.asJson); };
+    });
+
+    CLI::App* draw = AddJobReader(*job, arguments, "draw", "Draw a job, or print it as Graphviz DOT text");
+    draw->add_option("-o,--output", arguments.picture, "Picture to write: .svg, .png, .dot or .gv");
+    draw->callback(
+        [&] { run = [&] { return Quenzo::Tools::DrawJob(arguments.file, arguments.picture, arguments.asJson); }; });
+
+    CLI::App* path = AddJobReader(*job, arguments, "path", "Print a way from one node to another along the links");
+    path->add_option("FROM", arguments.from, "Id of the node to start from")->required();
+    path->add_option("TO", arguments.to, "Id of the node to reach")->required();
+    path->callback([&] {
+        run = [&] {
+            return Quenzo::Tools::FindJobPath(arguments.file, arguments.from, arguments.to, arguments.asJson);
+        };
+    });
+}
+
+int Complain(ExitStatus status, const std::string& text) {
+    std::fprintf(stderr, "quenzo-conf: %s\n", text.c_str());
+    return static_cast<int>(status);
+}
+
+// The parser only says that a command is missing, not which word it did not know.
+std::string UnknownCommand(const CLI::App& program, int argc, char** argv) {
+    const CLI::App* at = &program;
+    for (int i = 1; i < argc && argv[i][0] != '-'; ++i) {
+        std::vector<std::string> names;
+        const CLI::App* found = nullptr;
+        for (const CLI::App* command : at->get_subcommands([](const CLI::App*) { return true; })) {
+            names.push_back(command->get_name());
+            found = command->get_name() == argv[i] ? command : found;
+        }
+        if (names.empty()) {
+            break;
+        }
+        if (found == nullptr) {
+            return fmt::format("there is no command {}; there is {}", Quoted(argv[i]), fmt::join(names, ", "));
+        }
+        at = found;
+    }
+    return {};
+}
+
+int Run(int argc, char** argv) {
+    CLI::App program("Describe, check and draw media conversion jobs.", "quenzo-conf");
+    program.require_subcommand(1);
+    program.set_version_flag("--version", "quenzo-conf " QUENZO_VERSION);
+    program.footer(
+        "Exit status: 0 done, 1 the answer is no, 2 wrong usage, 3 an input could not be read,\n"
+        "4 an output could not be written.");
+
+    Arguments arguments;
+    Command run;
+    AddJobCommands(program, arguments, run);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            return program.exit(error);
+        }
+        const std::string unknown = UnknownCommand(program, argc, argv);
+        return Complain(ExitStatus::WrongUsage,
+                        fmt::format("{} (see quenzo-conf --help)", unknown.empty() ? error.what() : unknown));
+    }
+    return static_cast<int>(run());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    FLAGS_logtostderr = true;
+    google::InitGoogleLogging(argv[0]);
+    try {
+        return Run(argc, argv);
+    } catch (const Failure& failure) {
+        return Complain(failure.GetStatus(), failure.what());
+    } catch (const std::exception& failure) {
+        return Complain(ExitStatus::Unreadable, failure.what());
+    }
+}
