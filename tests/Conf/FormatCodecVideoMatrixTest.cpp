@@ -12,7 +12,6 @@
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -208,13 +207,18 @@ RC_GTEST_PROP(FormatCodecVideoMatrixTest, SetDisplayMatrix_IsReadBackUnlessItCou
     RC_ASSERT(video->GetDisplayMatrix().m == (isDefault ? kIdentity : entries));
 }
 
+// A minus sign or none, then one to fifteen digits.
+bool IsInteger(const std::string& text) {
+    const std::string digits = text.substr(text.starts_with('-') ? 1 : 0);
+    return !digits.empty() && digits.size() <= 15 && digits.find_first_not_of("0123456789") == std::string::npos;
+}
+
 // What the text stands for, with the standard library's own reading of lines and numbers.
 Entries ModelOf(const std::string& text) {
-    static const std::regex integer("-?[0-9]{1,15}");
     std::istringstream stream(text);
     std::vector<std::int32_t> numbers;
     for (std::string piece; std::getline(stream, piece, ':');) {
-        const long long number = std::regex_match(piece, integer) ? std::stoll(piece) : Integers::max() + 1LL;
+        const long long number = IsInteger(piece) ? std::stoll(piece) : Integers::max() + 1LL;
         if (number < Integers::min() || number > Integers::max()) {
             return kIdentity;
         }
