@@ -2,6 +2,7 @@
 #include <Conf/Interfaces/TableRows.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/AudioVocabulary.h>
+#include <Conf/Interfaces/Vocabulary/Texts.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -18,15 +19,8 @@ constexpr std::array<LayoutRecord, 29> kRows = std::to_array<LayoutRecord>({
 
 constexpr std::array<LayoutRecord, 28> kValidRows = Detail::WithoutFirst(kRows);
 
-// The vocabulary's texts again, as the compiler can read them.
-struct AudioText {
-#define QUENZO_TEXT(name, value) static constexpr std::string_view name = value;
-#include <Conf/Interfaces/Vocabulary/AudioKeys.def>
-#undef QUENZO_TEXT
-};
-
 constexpr auto kTextIds = std::to_array<std::string_view>({
-#define QUENZO_LAYOUT(value, name, textId, channels) AudioText::textId,
+#define QUENZO_LAYOUT(value, name, textId, channels) Detail::AudioText::textId,
 #include <Conf/Interfaces/ChannelLayouts.def>
 });
 

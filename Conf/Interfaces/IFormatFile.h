@@ -1,11 +1,11 @@
 #pragma once
 
 #include <Conf/Interfaces/IFormat.h>
+#include <Conf/Interfaces/MediaType.h>
 #include <Conf/Interfaces/Vocabulary/FileVocabulary.h>
 #include <foundation/Export.h>
 #include <foundation/RefCount.h>
 
-#include <cstdint>
 #include <string>
 
 namespace Quenzo::Conf {
@@ -20,14 +20,8 @@ class QUENZO_API IFormatFile : public virtual IFormat, public FileVocabulary {
 public:
     IFormatFile& operator=(const IFormatFile& other) = delete;
 
-    /// The kinds of files that an open-file dialog tells apart.
-    enum class MediaType : std::int32_t {
-        AllFiles = 0,
-        Video = 1,
-        Audio = 2,
-        Subtitles = 3,
-        Images = 4,
-    };
+    /// The kinds of files that an open-file dialog tells apart; not the kind of a stream.
+    using MediaType = FileMediaType;
 
     void AddRef() const override;
     long GetRefCount() const override;

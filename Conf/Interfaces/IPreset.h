@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Conf/Interfaces/MediaType.h>
 #include <Conf/Interfaces/Vocabulary/PresetVocabulary.h>
 #include <foundation/Export.h>
 #include <foundation/Property.h>
@@ -16,6 +17,14 @@ namespace Quenzo::Conf {
 /// library; implement this interface to hand one in.
 class QUENZO_API IPreset : public IRefCountable, public PresetVocabulary {
 public:
+    /// The kind of stream that a stream type (one of the STREAM_TYPE_ constants) stands for. Raises std::logic_error
+    /// for any other text.
+    static MediaType MediaTypeFromPresetStreamType(const std::string& streamType);
+
+    /// The stream type of a kind of stream. Raises std::logic_error for MediaType::None and for values that are no
+    /// kind.
+    static std::string PresetStreamTypeFormMediaType(MediaType type);
+
     /// The number of streams that the preset describes.
     virtual std::size_t GetStreamCount() const = 0;
 

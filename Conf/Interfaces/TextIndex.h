@@ -1,26 +1,33 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
 namespace Quenzo::Detail {
 
-/// Tells at which place of a fixed table a text stands. Made by the compiler: the multiplier of the hash is searched
-/// for until no two texts of the table share a slot, so a look-up costs one hash and one comparison. The hash sees the
-/// first eight and the last eight characters; should that be too little to tell the texts apart, or should a text stand
-/// there twice, the search never ends, which the compiler reports.
+/// Tells at which place of a fixed table a text stands. Made by the compiler, as a perfect hash: the texts are spread
+/// over buckets, and for each bucket a displacement is searched for that puts its texts into free slots, so a look-up
+/// costs one hash, two loads and one comparison. The hash sees eight characters behind what all texts begin with and
+/// the last eight; should that be too little to tell the texts apart, or should a text stand there twice, the compiler
+/// reports it.
 template <std::size_t N>
 class TextIndex {
-    static_assert(N < 255, "places are kept in bytes");
+    static_assert(N > 1 && N < 0xFFFF, "places are kept in 16 bits, and a table of one text needs no index");
 
 public:
     /// The texts must have at least two characters each and outlive the index.
-    constexpr explicit TextIndex(const std::array<std::string_view, N>& texts) : texts_(texts) {
-        while (!FillSlots()) {
+    constexpr explicit TextIndex(const std::array<std::string_view, N>& texts)
+        : texts_(texts), common_(CommonBeginning(texts)) {
+        for (int attempt = 0; !FillSlots(); ++attempt) {
+            if (attempt == kAttempts) {
+                throw std::logic_error("a text stands there twice, or the hash is too weak");
+            }
             multiplier_ = multiplier_ * 6364136223846793005U + 1442695040888963407U;
         }
     }
@@ -30,13 +37,24 @@ public:
         if (text.size() < 2) {
             return N;
         }
-        const std::size_t place = slots_[SlotOf(text)];
+        const std::uint64_t hash = HashOf(text);
+        const std::size_t place = slots_[SlotOf(hash, displacements_[BucketOf(hash)])];
         return place < N && texts_[place] == text ? place : N;
     }
 
 private:
-    // With eight slots for a text, one multiplier in some thirty keeps the texts apart.
-    static constexpr std::size_t kSlots = std::bit_ceil(8 * N);
+    static constexpr int kAttempts = 100;
+    static constexpr std::size_t kSlots = std::bit_ceil(2 * N);
+    static constexpr std::size_t kBuckets = std::bit_ceil(N);
+
+    static constexpr std::size_t CommonBeginning(const std::array<std::string_view, N>& texts) {
+        std::size_t length = texts[0].size();
+        for (const std::string_view text : texts) {
+            const auto differ = std::mismatch(text.begin(), text.end(), texts[0].begin(), texts[0].end());
+            length = std::min(length, static_cast<std::size_t>(differ.first - text.begin()));
+        }
+        return length;
+    }
 
     // One expression, which compilers turn into one load.
     template <std::size_t... I>
@@ -44,37 +62,78 @@ private:
         return ((std::uint64_t{static_cast<unsigned char>(from[I])} << (8 * I)) | ...);
     }
 
-    // The two words overlap when the text is shorter than both.
+    // Word by word, from behind the common beginning; the last word overlaps the one before as the length demands.
     template <std::size_t Width>
-    constexpr std::size_t SlotOfWords(std::string_view text) const noexcept {
+    constexpr std::uint64_t HashOfWords(std::string_view text) const noexcept {
         constexpr auto characters = std::make_index_sequence<Width>();
-        const std::uint64_t head = Load(text.data(), characters);
-        const std::uint64_t tail = Load(text.data() + (text.size() - Width), characters);
-        const std::uint64_t hash = head * multiplier_ + tail * std::rotl(multiplier_, 32);
-        return static_cast<std::size_t>(hash >> (64 - std::countr_zero(kSlots)));
+        const std::size_t last = text.size() - Width;
+        std::uint64_t hash = 0;
+        for (std::size_t at = std::min(common_, last); at < last; at += Width) {
+            hash = std::rotl((hash ^ Load(text.data() + at, characters)) * multiplier_, 32);
+        }
+        hash = (hash ^ Load(text.data() + last, characters)) * multiplier_;
+        return hash ^ (hash >> 32);
     }
 
-    constexpr std::size_t SlotOf(std::string_view text) const noexcept {
+    constexpr std::uint64_t HashOf(std::string_view text) const noexcept {
         if (text.size() >= 8) {
-            return SlotOfWords<8>(text);
+            return HashOfWords<8>(text);
         }
-        return text.size() >= 4 ? SlotOfWords<4>(text) : SlotOfWords<2>(text);
+        return text.size() >= 4 ? HashOfWords<4>(text) : HashOfWords<2>(text);
+    }
+
+    // The bucket comes from the top of the hash and the slot from below, so that the texts of a bucket differ in it.
+    static constexpr std::size_t BucketOf(std::uint64_t hash) noexcept {
+        return static_cast<std::size_t>(hash >> (64 - std::countr_zero(kBuckets)));
+    }
+
+    static constexpr std::size_t SlotOf(std::uint64_t hash, std::size_t displacement) noexcept {
+        return (static_cast<std::size_t>(hash) ^ displacement) & (kSlots - 1);
     }
 
     constexpr bool FillSlots() {
-        slots_.fill(static_cast<std::uint8_t>(N));
+        std::array<std::pair<std::uint64_t, std::uint16_t>, N> hashes = {};
         for (std::size_t place = 0; place < N; ++place) {
-            std::uint8_t& slot = slots_[SlotOf(texts_[place])];
-            if (slot != N) {
+            hashes[place] = {HashOf(texts_[place]), static_cast<std::uint16_t>(place)};
+        }
+        std::sort(hashes.begin(), hashes.end());
+        slots_.fill(static_cast<std::uint16_t>(N));
+        for (std::size_t begin = 0, end = 0; begin < N; begin = end) {
+            const std::size_t bucket = BucketOf(hashes[begin].first);
+            while (end < N && BucketOf(hashes[end].first) == bucket) {
+                ++end;
+            }
+            if (!PlaceBucket(bucket, hashes, begin, end)) {
                 return false;
             }
-            slot = static_cast<std::uint8_t>(place);
         }
         return true;
     }
 
+    template <typename Hashes>
+    constexpr bool PlaceBucket(std::size_t bucket, const Hashes& hashes, std::size_t begin, std::size_t end) {
+        for (std::size_t displacement = 0; displacement < kSlots; ++displacement) {
+            std::size_t placed = begin;
+            while (placed < end && slots_[SlotOf(hashes[placed].first, displacement)] == N) {
+                slots_[SlotOf(hashes[placed].first, displacement)] = hashes[placed].second;
+                ++placed;
+            }
+            if (placed == end) {
+                displacements_[bucket] = static_cast<std::uint16_t>(displacement);
+                return true;
+            }
+            while (placed > begin) {
+                --placed;
+                slots_[SlotOf(hashes[placed].first, displacement)] = static_cast<std::uint16_t>(N);
+            }
+        }
+        return false;
+    }
+
     std::array<std::string_view, N> texts_;
-    std::array<std::uint8_t, kSlots> slots_ = {};
+    std::size_t common_;
+    std::array<std::uint16_t, kBuckets> displacements_ = {};
+    std::array<std::uint16_t, kSlots> slots_ = {};
     std::uint64_t multiplier_ = 0x9E3779B97F4A7C15U;
 };
 

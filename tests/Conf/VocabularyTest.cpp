@@ -287,7 +287,7 @@ TEST(VocabularyTest, EveryConstant_HasItsValueByteForByte) {
     }
 }
 
-TEST(VocabularyTest, EveryConstant_IsDefinedAndExpectedInTheSameOrder) {
+TEST(VocabularyTest, EveryConstant_IsDefinedAndExpectedOnce) {
     for (const Owner& owner : owners) {
         std::vector<std::string_view> defined;
         for (const Definition& definition : owner.definitions) {
@@ -300,6 +300,9 @@ TEST(VocabularyTest, EveryConstant_IsDefinedAndExpectedInTheSameOrder) {
             EXPECT_EQ(expectation.name.substr(0, expectation.name.find("::")), owner.name);
             expected.push_back(Unqualified(expectation.name));
         }
+        // The rows stand in the order of the catalogues that are made from them.
+        std::sort(defined.begin(), defined.end());
+        std::sort(expected.begin(), expected.end());
         EXPECT_EQ(defined, expected) << owner.name;
     }
 }

@@ -1,0 +1,87 @@
+#include <Conf/Interfaces/AppleUTI.h>
+
+#include <Conf/Interfaces/TextIndex.h>
+#include <Conf/Interfaces/Vocabulary/Texts.h>
+
+#include <fmt/format.h>
+#include <glog/logging.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace Quenzo::Conf::UTI {
+
+namespace {
+
+using Detail::FileText;
+using Detail::TextIndex;
+using Detail::VideoText;
+
+struct Row {
+    std::string_view uti;
+    std::string_view format;
+    std::string_view codec;
+};
+
+constexpr auto kStillImages = std::to_array<Row>({
+#define QUENZO_UTI(uti, format, codec) {uti, FileText::format, VideoText::codec},
+#define QUENZO_UTI_RAW(format) {FileText::format, FileText::format, VideoText::CODEC_ID_LIBRAW},
+#define QUENZO_UTI_KNOWN_ONLY(uti) {uti, {}, {}},
+#include <Conf/Interfaces/StillImageUTIs.def>
+});
+
+constexpr auto kAnimatedImages = std::to_array<Row>({
+    {"public.png", FileText::FORMAT_APNG, VideoText::CODEC_ID_APNG},
+    {"public.jpeg-xl", FileText::FORMAT_AJPEGXL, {}},
+    {"org.webmproject.webp", FileText::FORMAT_AWEBP, {}},
+});
+
+template <std::size_t N>
+constexpr std::array<std::string_view, N> IdentifiersOf(const std::array<Row, N>& rows) {
+    std::array<std::string_view, N> identifiers;
+    std::transform(rows.begin(), rows.end(), identifiers.begin(), [](const Row& row) { return row.uti; });
+    return identifiers;
+}
+
+// The container and the codec.
+using Answer = std::pair<std::string, std::string>;
+
+// The answers to the identifiers of a table, in its order, and behind them the empty one to all others.
+template <std::size_t N>
+std::array<Answer, N + 1> AnswersOf(const std::array<Row, N>& rows) {
+    std::array<Answer, N + 1> answers;
+    std::transform(rows.begin(), rows.end(), answers.begin(),
+                   [](const Row& row) { return Answer(row.format, row.codec); });
+    return answers;
+}
+
+const Answer& FindStillImage(const std::string& uti) {
+    static constexpr TextIndex index(IdentifiersOf(kStillImages));
+    static const auto answers = AnswersOf(kStillImages);
+    const std::size_t place = index.Find(uti);
+    if (place == kStillImages.size()) {
+        VLOG(30) << fmt::format("Unknown Universal Type Identifier: '{}'", uti);
+    }
+    return answers[place];
+}
+
+const Answer& FindAnimatedImage(const std::string& uti) {
+    static constexpr TextIndex index(IdentifiersOf(kAnimatedImages));
+    static const auto answers = AnswersOf(kAnimatedImages);
+    return answers[index.Find(uti)];
+}
+
+}  // namespace
+
+const std::string& FindFormatID(const std::string& uti) { return FindStillImage(uti).first; }
+
+const std::string& FindCodecID(const std::string& uti) { return FindStillImage(uti).second; }
+
+const std::string& FindAnimatedFormatID(const std::string& uti) { return FindAnimatedImage(uti).first; }
+
+const std::string& FindAnimatedCodecID(const std::string& uti) { return FindAnimatedImage(uti).second; }
+
+}  // namespace Quenzo::Conf::UTI

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace Quenzo::Detail {
+
+enum class FormatClass : std::uint8_t { Picture, Animation, Raw, Other };
+
+/// What is known of one container. The display name is empty when it has none.
+struct FormatRow {
+    std::string_view id;
+    FormatClass kind;
+    std::string_view displayName;
+};
+
+inline constexpr std::string_view Unnamed;
+
+/// Every container that has a constant.
+inline constexpr auto kFormats = std::to_array<FormatRow>({
+#define QUENZO_FORMAT(name, value, kind, display, meaning) {value, FormatClass::kind, display},
+#include <Conf/Interfaces/Vocabulary/FileFormats.def>
+});
+
+/// The row of a container, or null when no constant has that value.
+const FormatRow* FindFormat(std::string_view id) noexcept;
+
+}  // namespace Quenzo::Detail

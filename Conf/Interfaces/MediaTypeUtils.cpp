@@ -1,0 +1,179 @@
+#include <Conf/Interfaces/MediaTypeUtils.h>
+
+#include <Conf/Interfaces/TextIndex.h>
+#include <Conf/Interfaces/Vocabulary/Texts.h>
+#include <foundation/StringUtils.h>
+#include <foundation/Throw.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+
+namespace Quenzo::Conf {
+
+namespace {
+
+using Detail::FileText;
+using Detail::TextIndex;
+using Strings = std::vector<std::string>;
+
+struct Group {
+    std::string_view name;
+    std::optional<FileMediaType> offeredAs;
+    std::string_view tip;
+    const char* extensions;
+};
+
+constexpr auto AllFiles = FileMediaType::AllFiles;
+constexpr auto Video = FileMediaType::Video;
+constexpr auto Audio = FileMediaType::Audio;
+constexpr auto Subtitles = FileMediaType::Subtitles;
+constexpr auto Images = FileMediaType::Images;
+constexpr std::nullopt_t NotOffered = std::nullopt;
+constexpr std::string_view NoTip;
+
+constexpr auto kGroups = std::to_array<Group>({
+#define QUENZO_GROUP(name, kind, tip, extensions) {FileText::name, kind, tip, extensions},
+#include <Conf/Interfaces/FileGroups.def>
+});
+
+const Group* FindGroup(const std::string& name) {
+    const auto* const found =
+        std::find_if(kGroups.begin(), kGroups.end(), [&name](const Group& group) { return group.name == name; });
+    return found != kGroups.end() ? found : nullptr;
+}
+
+struct FormatExtension {
+    std::string_view format;
+    std::string_view extension;
+};
+
+constexpr auto kPairs = std::to_array<FormatExtension>({
+#define QUENZO_EXTENSION(format, extension) {FileText::format, extension},
+#include <Conf/Interfaces/FormatExtensions.def>
+});
+
+using Member = std::string_view FormatExtension::*;
+
+// How many different texts the pairs have in one member.
+constexpr std::size_t CountDifferent(Member member) {
+    std::size_t count = 0;
+    for (auto pair = kPairs.begin(); pair != kPairs.end(); ++pair) {
+        count += std::none_of(kPairs.begin(), pair, [pair, member](const FormatExtension& earlier) {
+            return earlier.*member == (*pair).*member;
+        });
+    }
+    return count;
+}
+
+constexpr char Folded(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+// Finds, for a text in any case, what stands in the other member of its pairs.
+template <std::size_t N>
+class PairIndex {
+public:
+    PairIndex(const TextIndex<N>& index, Member from, Member to) : index_(index) {
+        for (const FormatExtension& pair : kPairs) {
+            found_[index_.Find(pair.*from)].emplace_back(pair.*to);
+        }
+    }
+
+    const Strings& Find(std::string_view text) const noexcept { return found_[index_.Find(Fold(text).Text())]; }
+
+private:
+    // The text in lower case; no text when it is longer than all that are known.
+    class Fold {
+    public:
+        explicit Fold(std::string_view text) noexcept : size_(text.size() <= letters_.size() ? text.size() : 0) {
+            std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(size_), letters_.begin(), Folded);
+        }
+        std::string_view Text() const noexcept { return {letters_.data(), size_}; }
+
+    private:
+        std::array<char, 32> letters_;
+        std::size_t size_;
+    };
+
+    const TextIndex<N>& index_;
+    std::array<Strings, N + 1> found_;  // the last stays empty: it is for what the index does not find
+};
+
+// The different texts of one member, in the order in which they first appear.
+template <std::size_t N>
+constexpr std::array<std::string_view, N> Different(Member member) {
+    std::array<std::string_view, N> texts;
+    std::size_t count = 0;
+    for (const FormatExtension& pair : kPairs) {
+        const auto end = texts.begin() + static_cast<std::ptrdiff_t>(count);
+        if (std::find(texts.begin(), end, pair.*member) == end) {
+            texts[count++] = pair.*member;
+        }
+    }
+    return texts;
+}
+
+constexpr bool AreFoldedAndShort(const FormatExtension& pair) {
+    const auto isFolded = [](std::string_view text) {
+        return text.size() <= 32 && std::all_of(text.begin(), text.end(), [](char c) { return c == Folded(c); });
+    };
+    return isFolded(pair.format) && isFolded(pair.extension);
+}
+
+static_assert(std::all_of(kPairs.begin(), kPairs.end(), AreFoldedAndShort));
+
+constexpr std::size_t kFormats = CountDifferent(&FormatExtension::format);
+constexpr std::size_t kExtensions = CountDifferent(&FormatExtension::extension);
+constexpr TextIndex kFormatIndex(Different<kFormats>(&FormatExtension::format));
+constexpr TextIndex kExtensionIndex(Different<kExtensions>(&FormatExtension::extension));
+
+}  // namespace
+
+std::vector<std::pair<FileMediaType, std::string>> GetSupportedFormats() {
+    std::vector<std::pair<FileMediaType, std::string>> offered;
+    for (const Group& group : kGroups) {
+        if (group.offeredAs) {
+            offered.emplace_back(*group.offeredAs, group.name);
+        }
+    }
+    return offered;
+}
+
+Strings GetSupportedFormatExtensions(const std::string& groupId) {
+    const Group* const group = FindGroup(groupId);
+    if (group == nullptr) {
+        QUENZO_THROW(std::invalid_argument("Unknown group id"));
+    }
+    Strings extensions;
+    SplitString(extensions, group->extensions, ';');
+    return extensions;
+}
+
+std::string GetFormatExtentionTip(const std::string& groupId) {
+    const Group* const group = FindGroup(groupId);
+    return group != nullptr ? std::string(group->tip) : std::string();
+}
+
+const Strings& GetExtensionsByFormat(const std::string& format) {
+    static const PairIndex<kFormats> extensions(kFormatIndex, &FormatExtension::format, &FormatExtension::extension);
+    return extensions.Find(format);
+}
+
+const Strings& GetFormatsByExtension(const std::string& extension) {
+    static const PairIndex<kExtensions> formats(kExtensionIndex, &FormatExtension::extension, &FormatExtension::format);
+    return formats.Find(extension);
+}
+
+const std::string& GetDefaultFileExtensionForContainer(const std::string& container) {
+    const Strings& extensions = GetExtensionsByFormat(container);
+    if (extensions.empty()) {
+        QUENZO_THROW(std::invalid_argument(fmt::format("Unknown media container name: {}", container)));
+    }
+    return extensions.front();
+}
+
+}  // namespace Quenzo::Conf
