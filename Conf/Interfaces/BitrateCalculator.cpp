@@ -25,8 +25,11 @@ namespace {
 
 using Detail::VideoText;
 
-// The exponent and the multiplier of the power law, for a family of codecs.
-using Coefficients = std::array<double, 2>;
+// The exponent and the multiplier of a family.
+struct Coefficients {
+    double exponent;
+    double multiplier;
+};
 
 constexpr Coefficients kH264 = {1.77159772378506, 0.02258715704279473};
 constexpr Coefficients kMpeg4 = {1.68161903598991, 0.039488084819935404};
@@ -36,40 +39,33 @@ constexpr Coefficients kWmv2 = {1.3067181463997, 0.9020295949258734};
 constexpr Coefficients kH263 = {1.13639167694174, 2.0705909478945586};
 constexpr Coefficients kGif = {1.7147259693685, 0.4569878257741088};
 
-// A codec's numbers, and the share of the result that it makes do with.
-struct Model {
-    std::string_view codecId;
-    Coefficients coefficients;
-    double share;
-};
+constexpr VideoBitrateModel Model(std::string_view codecId, const Coefficients& coefficients, double share = 1) {
+    return {codecId, coefficients.exponent, coefficients.multiplier, share};
+}
 
-constexpr auto kModels = std::to_array<Model>({
-    {VideoText::CODEC_ID_H264, kH264, 1},
-    {VideoText::CODEC_ID_THEORA, kH264, 1},
-    {VideoText::CODEC_ID_VP8, kH264, 1},
-    {VideoText::CODEC_ID_MPEG4, kMpeg4, 1},
-    {VideoText::CODEC_ID_MPEG1VIDEO, kMpeg2, 1},
-    {VideoText::CODEC_ID_MPEG2VIDEO, kMpeg2, 1},
-    {VideoText::CODEC_ID_MJPEG, kMjpeg, 1},
-    {VideoText::CODEC_ID_WMV2, kWmv2, 1},
-    {VideoText::CODEC_ID_H263, kH263, 1},
-    {VideoText::CODEC_ID_GIF, kGif, 1},
-    {VideoText::CODEC_ID_H265, kH264, 0.7},
-    {VideoText::CODEC_ID_VP9, kH264, 0.7},
-    {VideoText::CODEC_ID_AV1, kH264, 0.55},
+constexpr auto kModels = std::to_array<VideoBitrateModel>({
+    Model(VideoText::CODEC_ID_H264, kH264),
+    Model(VideoText::CODEC_ID_THEORA, kH264),
+    Model(VideoText::CODEC_ID_VP8, kH264),
+    Model(VideoText::CODEC_ID_MPEG4, kMpeg4),
+    Model(VideoText::CODEC_ID_MPEG1VIDEO, kMpeg2),
+    Model(VideoText::CODEC_ID_MPEG2VIDEO, kMpeg2),
+    Model(VideoText::CODEC_ID_MJPEG, kMjpeg),
+    Model(VideoText::CODEC_ID_WMV2, kWmv2),
+    Model(VideoText::CODEC_ID_H263, kH263),
+    Model(VideoText::CODEC_ID_GIF, kGif),
+    Model(VideoText::CODEC_ID_H265, kH264, 0.7),
+    Model(VideoText::CODEC_ID_VP9, kH264, 0.7),
+    Model(VideoText::CODEC_ID_AV1, kH264, 0.55),
 });
+
+static_assert(kModels.front().codecId == VideoText::CODEC_ID_H264, "the first serves the codecs without numbers");
 
 constexpr std::array<std::string_view, kModels.size()> ModelledCodecs() {
     std::array<std::string_view, kModels.size()> ids;
-    std::transform(kModels.begin(), kModels.end(), ids.begin(), [](const Model& model) { return model.codecId; });
+    std::transform(kModels.begin(), kModels.end(), ids.begin(),
+                   [](const VideoBitrateModel& model) { return model.codecId; });
     return ids;
-}
-
-const Model& FindModel(std::string_view codecId) {
-    static constexpr Detail::TextIndex index(ModelledCodecs());
-    static_assert(kModels.front().codecId == VideoText::CODEC_ID_H264);
-    const std::size_t place = index.Find(codecId);
-    return kModels[place < kModels.size() ? place : 0];
 }
 
 std::int64_t Truncate(double value) { return SaturatingTruncate<std::int64_t>(value); }
@@ -136,15 +132,21 @@ std::int64_t BoundOfVideo(const Core::Property& codec, std::int64_t bitrate, Bou
 
 }  // namespace
 
-std::int64_t CorrectBitrateByFPS(double kbps, double fps) {
-    double corrected = kbps;
-    if (fps > 30) {
-        corrected = (((fps - 30) * 0.1) / 20 + 1.0) * kbps;
-    } else if (fps < 25) {
-        corrected = (((fps * 0.7) / 25) + 0.3) * kbps;
-    }
-    return Truncate(corrected * 1024);
+const VideoBitrateModel& GetVideoBitrateModel(std::string_view codecId) noexcept {
+    static constexpr Detail::TextIndex index(ModelledCodecs());
+    const std::size_t place = index.Find(codecId);
+    return kModels[place < kModels.size() ? place : 0];
 }
+
+double GetFrameRateFactor(double fps) noexcept {
+    if (fps > 30) {
+        return ((fps - 30) * 0.1) / 20 + 1.0;
+    }
+    return fps < 25 ? ((fps * 0.7) / 25) + 0.3 : 1;
+}
+
+// Multiplying by 1, between 25 and 30 frames per second, changes nothing; nor does multiplying by 1024 round anything.
+std::int64_t CorrectBitrateByFPS(double kbps, double fps) { return Truncate(GetFrameRateFactor(fps) * kbps * 1024); }
 
 std::int64_t CalculateBitrate(double width, double height, double fps, const double* coeffs) {
     return CorrectBitrateByFPS(coeffs[1] * std::pow(std::sqrt(width * height), coeffs[0]), fps);
@@ -158,9 +160,10 @@ std::int64_t NormBitrate(long long bitrate, int quality) {
 }
 
 std::int64_t GetDefVideoBitrate(const std::string& codecId, long long width, long long height, double fps) {
-    const Model& model = FindModel(codecId);
+    const VideoBitrateModel& model = GetVideoBitrateModel(codecId);
+    const std::array<double, 2> coefficients = {model.exponent, model.multiplier};
     const std::int64_t bitrate =
-        CalculateBitrate(static_cast<double>(width), static_cast<double>(height), fps, model.coefficients.data());
+        CalculateBitrate(static_cast<double>(width), static_cast<double>(height), fps, coefficients.data());
     return model.share == 1 ? bitrate : Truncate(static_cast<double>(bitrate) * model.share);
 }
 

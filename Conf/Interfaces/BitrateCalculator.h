@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 /// Proposals for the bit rate of a video stream, and the bounds of a stream's bit rate. All bit rates are in bits per
 /// second.
@@ -30,8 +31,22 @@ enum class Boundary : int {
     Max = 1,
 };
 
-/// Turns kilobits per second that suit 25 to 30 frames per second into bits per second for another frame rate: more
-/// above (a tenth more at 50), less below (three tenths at 0).
+/// The numbers of a codec family in the power law.
+struct VideoBitrateModel {
+    std::string_view codecId;  ///< the codec that the numbers are for
+    double exponent;
+    double multiplier;
+    double share;  ///< a newer codec's part of the bit rate that the law gives for an older one, or 1
+};
+
+/// The numbers for a codec: its own, or those of H.264 for a codec that has none and for any other text. Valid until
+/// the library is unloaded.
+QUENZO_API const VideoBitrateModel& GetVideoBitrateModel(std::string_view codecId) noexcept;
+
+/// By what the bit rate for 25 to 30 frames per second is multiplied for another frame rate: 1.1 at 50, 0.3 at 0.
+QUENZO_API double GetFrameRateFactor(double fps) noexcept;
+
+/// Turns kilobits per second that suit 25 to 30 frames per second into bits per second for a frame rate.
 QUENZO_API std::int64_t CorrectBitrateByFPS(double kbps, double fps);
 
 /// The power law. `coeffs` points at two numbers, the exponent and the multiplier.

@@ -1,52 +1,66 @@
 #include <Conf/Interfaces/ColorCharacteristic.h>
 
-#include <initializer_list>
+#include <array>
+#include <cstddef>
 
 namespace Quenzo::Conf {
 
 namespace {
 
-// A set of code points below 32: one bit each, so it is there before any code runs and a look-up is a shift.
+struct Row {
+    std::int32_t number;
+    bool isAccepted;
+};
+
+constexpr bool Accepted = true;
+constexpr bool Refused = false;
+
+constexpr auto kPrimaries = std::to_array<Row>({
+#define QUENZO_PRIMARIES(number, name, accepted, meaning) {number, accepted},
+#include <Conf/Interfaces/ColorCodes.def>
+});
+
+constexpr auto kTransferFunctions = std::to_array<Row>({
+#define QUENZO_TRANSFER(number, name, accepted, meaning) {number, accepted},
+#include <Conf/Interfaces/ColorCodes.def>
+});
+
+constexpr auto kMatrices = std::to_array<Row>({
+#define QUENZO_MATRIX(number, name, accepted, meaning) {number, accepted},
+#include <Conf/Interfaces/ColorCodes.def>
+});
+
+// The accepted code points, one bit each; the compiler refuses a number beyond its bits.
+template <std::size_t N>
+constexpr std::uint32_t AcceptedBits(const std::array<Row, N>& rows) {
+    std::uint32_t bits = 0;
+    for (const Row& row : rows) {
+        bits |= (row.isAccepted ? 1U : 0U) << row.number;
+    }
+    return bits;
+}
+
 template <typename Code>
-class CodeSet {
-public:
-    constexpr CodeSet(std::initializer_list<Code> codes) {
-        for (const Code code : codes) {
-            bits_ |= 1U << static_cast<std::uint32_t>(code);
-        }
-    }
-
-    constexpr bool Contains(Code code) const {
-        const auto number = static_cast<std::uint32_t>(code);
-        return number < 32 && (bits_ >> number & 1U) != 0;
-    }
-
-private:
-    std::uint32_t bits_ = 0;
-};
-
-constexpr CodeSet<ColorPrimaries> kValidPrimaries = {
-    ColorPrimaries::BT709,  ColorPrimaries::BT470BG,  ColorPrimaries::SMPTE170M,
-    ColorPrimaries::BT2020, ColorPrimaries::SMPTE432,
-};
-
-constexpr CodeSet<TransferFunction> kValidTransferFunctions = {
-    TransferFunction::BT709,     TransferFunction::BT470M,       TransferFunction::BT470BG,
-    TransferFunction::SMPTE170M, TransferFunction::LINEAR,       TransferFunction::IEC61966_2_1,
-    TransferFunction::SMPTE2084, TransferFunction::ARIB_STD_B67,
-};
-
-constexpr CodeSet<YCbCrMatrix> kValidMatrices = {
-    YCbCrMatrix::IDENTITY,  YCbCrMatrix::BT709,     YCbCrMatrix::BT470BG,
-    YCbCrMatrix::SMPTE170M, YCbCrMatrix::SMPTE240M, YCbCrMatrix::BT2020_NCL,
-};
+bool Contains(std::uint32_t bits, Code code) {
+    const auto number = static_cast<std::uint32_t>(code);
+    return number < 32 && (bits >> number & 1U) != 0;
+}
 
 }  // namespace
 
-bool IsValidColorPrimaries(ColorPrimaries primaries) { return kValidPrimaries.Contains(primaries); }
+bool IsValidColorPrimaries(ColorPrimaries primaries) {
+    static constexpr std::uint32_t accepted = AcceptedBits(kPrimaries);
+    return Contains(accepted, primaries);
+}
 
-bool IsValidTransferFunction(TransferFunction transfer) { return kValidTransferFunctions.Contains(transfer); }
+bool IsValidTransferFunction(TransferFunction transfer) {
+    static constexpr std::uint32_t accepted = AcceptedBits(kTransferFunctions);
+    return Contains(accepted, transfer);
+}
 
-bool IsValidYCbCrMatrix(YCbCrMatrix matrix) { return kValidMatrices.Contains(matrix); }
+bool IsValidYCbCrMatrix(YCbCrMatrix matrix) {
+    static constexpr std::uint32_t accepted = AcceptedBits(kMatrices);
+    return Contains(accepted, matrix);
+}
 
 }  // namespace Quenzo::Conf
