@@ -1,7 +1,11 @@
 // The command line: what it may say, and how the program ends. The commands themselves are in the other files.
 
+#include <tools/BitrateCommand.h>
+#include <tools/CatalogueCommands.h>
 #include <tools/Failure.h>
+#include <tools/FrameCommands.h>
 #include <tools/JobCommands.h>
+#include <tools/LookupCommands.h>
 
 #include <foundation/StringUtils.h>
 
@@ -32,6 +36,9 @@ struct Arguments {
     std::string picture;
     std::string from;
     std::string to;
+    std::string identifier;
+    std::string size;
+    Quenzo::Tools::BitrateQuestion bitrate;
     bool asJson = false;
 };
 
@@ -119,6 +126,78 @@ void AddJobCommands(CLI::App& program, Arguments& arguments, Command& run) {
     });
 }
 
+// A command that prints a report. The report is made when the command runs, from the arguments as they are then.
+CLI::App* AddReporter(CLI::App& program, Arguments& arguments, Command& run, const std::string& name,
+                      const std::string& text, std::function<Quenzo::Tools::Report()> make) {
+    CLI::App* command = program.add_subcommand(name, text);
+    AddJsonFlag(*command, arguments);
+    command->callback([&arguments, &run, make] {
+        run = [&arguments, make] {
+            make().Print(arguments.asJson);
+            return ExitStatus::Done;
+        };
+    });
+    return command;
+}
+
+void AddCatalogues(CLI::App& program, Arguments& arguments, Command& run) {
+    namespace Tools = Quenzo::Tools;
+    AddReporter(program, arguments, run, "codecs", "List all codecs", Tools::ListCodecs);
+    AddReporter(program, arguments, run, "formats", "List all containers", Tools::ListFormats);
+    AddReporter(program, arguments, run, "groups", "List the groups of files that a dialog offers", Tools::ListGroups);
+    AddReporter(program, arguments, run, "layouts", "List the channel layouts", Tools::ListLayouts);
+    AddReporter(program, arguments, run, "sample-formats", "List the audio sample formats", Tools::ListSampleFormats);
+    AddReporter(program, arguments, run, "pixel-formats", "List the pixel formats", Tools::ListPixelFormats);
+    AddReporter(program, arguments, run, "colours", "List the code points of colour (ITU-T H.273)", Tools::ListColours);
+}
+
+void AddLookups(CLI::App& program, Arguments& arguments, Command& run) {
+    using LookUp = Quenzo::Tools::Report (*)(const std::string&);
+    const auto add = [&](const char* name, const char* text, const char* argument, const char* meaning, LookUp lookUp) {
+        AddReporter(program, arguments, run, name, text, [&arguments, lookUp] { return lookUp(arguments.identifier); })
+            ->add_option(argument, arguments.identifier, meaning)
+            ->required();
+    };
+    const char* const loosely = "Identifier, in any case and with or without its prefix";
+    add("codec", "Say what is known of a codec", "ID", loosely, Quenzo::Tools::LookUpCodec);
+    add("format", "Say what is known of a container", "ID", loosely, Quenzo::Tools::LookUpFormat);
+    add("extension", "Say what is known of a file name's extension", "EXT", "Extension, with or without its dot",
+        Quenzo::Tools::LookUpExtension);
+    add("uti", "Say how pictures of a Uniform Type Identifier are opened", "UTI", "Identifier, such as public.jpeg",
+        Quenzo::Tools::LookUpUti);
+}
+
+void AddSize(CLI::App& command, std::string& size) {
+    command.add_option("--size", size, "Size of the frame, such as 1920x1080")->required();
+}
+
+void AddCalculations(CLI::App& program, Arguments& arguments, Command& run) {
+    auto& question = arguments.bitrate;
+    CLI::App* bitrate = AddReporter(program, arguments, run, "bitrate", "Propose a bit rate for video",
+                                    [&question] { return Quenzo::Tools::ProposeBitrate(question); });
+    bitrate->add_option("--codec", question.codec, "Video codec, as for the command codec")->required();
+    AddSize(*bitrate, question.size);
+    bitrate->add_option("--fps", question.framesPerSecond, "Frame rate, such as 25, 30000/1001 or 29.97")->required();
+    bitrate->add_option("--quality", question.quality, "Quality from 1, the best, to 32");
+    bitrate->add_flag("--explain", question.isExplained, "Say how the result comes about, step by step");
+
+    CLI::App* planes = AddReporter(program, arguments, run, "planes", "Measure the planes of a frame", [&arguments] {
+        return Quenzo::Tools::MeasurePlanes(arguments.identifier, arguments.size);
+    });
+    planes->add_option("PIXFMT", arguments.identifier, "Pixel format, such as YUV420P")->required();
+    AddSize(*planes, arguments.size);
+
+    CLI::App* orient =
+        AddReporter(program, arguments, run, "orient", "Say how a turned or mirrored frame is shown",
+                    [&arguments] { return Quenzo::Tools::Orient(arguments.identifier, arguments.size); });
+    orient
+        ->add_option("TURN", arguments.identifier,
+                     "1 to 8, a value of the Exif orientation tag, or a name such as Rotated90; or else an angle\n"
+                     "in degrees: 90 or 90cw clockwise, 90ccw counter-clockwise, 5deg for angles up to 8")
+        ->required();
+    AddSize(*orient, arguments.size);
+}
+
 int Complain(ExitStatus status, const std::string& text) {
     std::fprintf(stderr, "quenzo-conf: %s\n", text.c_str());
     return static_cast<int>(status);
@@ -156,6 +235,9 @@ int Run(int argc, char** argv) {
     Arguments arguments;
     Command run;
     AddJobCommands(program, arguments, run);
+    AddCatalogues(program, arguments, run);
+    AddLookups(program, arguments, run);
+    AddCalculations(program, arguments, run);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
