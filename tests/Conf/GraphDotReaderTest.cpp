@@ -1,7 +1,7 @@
 // Covers that Graphviz takes the DOT text of every graph, whatever its trees hold, and without a complaint.
 
 #include <tests/Conf/GraphSupport.h>
-#include <tests/Conf/RunProgram.h>
+#include <tests/RunProgram.h>
 #include <tests/foundation/TreeGenerator.h>
 
 #include <gtest/gtest.h>
@@ -20,7 +20,9 @@ using namespace std::string_literals;
 using Core::Property;
 
 // Lays the graph out and writes it in both forms, one after the other.
-ProgramResult RunDot(const std::string& text) { return RunProgram({QUENZO_DOT, "-Tdot", "-Tsvg"}, text); }
+Quenzo::Testing::ProgramResult RunDot(const std::string& text) {
+    return Quenzo::Testing::RunProgram({QUENZO_DOT, "-Tdot", "-Tsvg"}, text);
+}
 
 std::size_t CountOf(const std::string& text, const std::string& part) {
     std::size_t count = 0;
@@ -46,9 +48,9 @@ bool IsXmlText(const std::string& text) {
 // The picture shows as many nodes and links as the graph has.
 void ExpectDrawable(const Graph& graph) {
     const std::string text = Drawn(graph);
-    const ProgramResult result = RunDot(text);
-    EXPECT_EQ(result.exitStatus, 0) << text;
-    EXPECT_EQ(result.errors, "") << text;
+    const auto result = RunDot(text);
+    EXPECT_EQ(result.status, 0) << text;
+    EXPECT_EQ(result.messages, "") << text;
     EXPECT_TRUE(IsXmlText(result.output)) << text;
     EXPECT_EQ(CountOf(result.output, "class=\"node\""), NodesOf(graph).size()) << text;
     EXPECT_EQ(CountOf(result.output, "class=\"edge\""), LinksOf(graph).size()) << text;
@@ -67,10 +69,10 @@ void ExpectDrawable(const std::vector<std::string>& texts) {
 }
 
 TEST(GraphDotReaderTest, Dot_IsNotEasilySatisfied) {
-    const ProgramResult broken = RunDot("digraph G {\n0[label=\"a\" b\"];\n}\n");
-    EXPECT_NE(broken.exitStatus, 0);
-    EXPECT_NE(broken.errors, "");
-    EXPECT_NE(RunDot("digraph G {\n0[label=\"\xFF\"];\n}\n").errors, "");
+    const auto broken = RunDot("digraph G {\n0[label=\"a\" b\"];\n}\n");
+    EXPECT_NE(broken.status, 0);
+    EXPECT_NE(broken.messages, "");
+    EXPECT_NE(RunDot("digraph G {\n0[label=\"\xFF\"];\n}\n").messages, "");
 }
 
 TEST(GraphDotReaderTest, Dot_TakesAnEmptyGraph) { ExpectDrawable(ITranscodingMetaGraph::Create()); }
@@ -154,9 +156,9 @@ Graph GraphOfRandomTrees() {
 }
 
 RC_GTEST_PROP(GraphDotReaderTest, Dot_TakesWhateverTreesHold, ()) {
-    const ProgramResult result = RunDot(Drawn(GraphOfRandomTrees()));
-    RC_ASSERT(result.errors == "");
-    RC_ASSERT(result.exitStatus == 0);
+    const auto result = RunDot(Drawn(GraphOfRandomTrees()));
+    RC_ASSERT(result.messages == "");
+    RC_ASSERT(result.status == 0);
     RC_ASSERT(IsXmlText(result.output));
 }
 

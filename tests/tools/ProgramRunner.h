@@ -1,16 +1,14 @@
 #pragma once
 
+#include <tests/RunProgram.h>
+
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace Quenzo::Tests {
 
-struct ProgramResult {
-    int status;
-    std::string output;
-    std::string messages;
-};
+using Testing::ProgramResult;
 
 /// Runs quenzo-conf with these arguments and this standard input, and waits for its end. `environment` holds additional
 /// variables as NAME=value.

@@ -1,4 +1,4 @@
-#include <tests/Conf/RunProgram.h>
+#include <tests/RunProgram.h>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -11,7 +11,7 @@
 #include <memory>
 #include <system_error>
 
-namespace Quenzo::Conf::Testing {
+namespace Quenzo::Testing {
 
 namespace {
 
@@ -46,9 +46,19 @@ private:
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
 };
 
+std::vector<char*> Pointers(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (std::string& text : texts) {
+        pointers.push_back(text.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 }  // namespace
 
-ProgramResult RunProgram(const std::vector<std::string>& command, const std::string& input) {
+ProgramResult RunProgram(const std::vector<std::string>& command, const std::string& input,
+                         const std::vector<std::string>& environment) {
     std::array<ScratchFile, 3> streams;
     streams[0].Write(input);
     posix_spawn_file_actions_t actions;
@@ -57,13 +67,14 @@ ProgramResult RunProgram(const std::vector<std::string>& command, const std::str
         posix_spawn_file_actions_adddup2(&actions, streams.at(static_cast<std::size_t>(stream)).Descriptor(), stream);
     }
     std::vector<std::string> words = command;
-    std::vector<char*> arguments;
-    for (std::string& word : words) {
-        arguments.push_back(word.data());
+    // The last value of a variable would not win everywhere: the additional ones stand first.
+    std::vector<std::string> variables = environment;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        variables.emplace_back(*variable);
     }
-    arguments.push_back(nullptr);
     pid_t process = 0;
-    const int error = posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ);
+    const int error = posix_spawnp(&process, words.front().c_str(), &actions, nullptr, Pointers(words).data(),
+                                   Pointers(variables).data());
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
         throw std::system_error(error, std::generic_category(), command[0]);
@@ -77,4 +88,4 @@ ProgramResult RunProgram(const std::vector<std::string>& command, const std::str
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, streams[1].Read(), streams[2].Read()};
 }
 
-}  // namespace Quenzo::Conf::Testing
+}  // namespace Quenzo::Testing

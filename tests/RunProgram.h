@@ -1,0 +1,21 @@
+#pragma once
+
+// Runs a program and collects what it says.
+
+#include <string>
+#include <vector>
+
+namespace Quenzo::Testing {
+
+struct ProgramResult {
+    int status;  ///< -1 when a signal ended the program
+    std::string output;
+    std::string messages;
+};
+
+/// Runs the program with the arguments and the text as its standard input, and waits for its end. `environment` holds
+/// additional variables as NAME=value. Raises std::system_error when it cannot be run.
+ProgramResult RunProgram(const std::vector<std::string>& command, const std::string& input = {},
+                         const std::vector<std::string>& environment = {});
+
+}  // namespace Quenzo::Testing
