@@ -24,7 +24,12 @@ function(quenzo_library target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORT_NAME;OUTPUT_NAME" "SOURCES;HEADERS;PRIVATE_HEADERS")
   add_library(${target} ${arg_SOURCES} ${arg_PRIVATE_HEADERS})
   add_library(Quenzo::${arg_EXPORT_NAME} ALIAS ${target})
+  # Row files are installed with the headers that include them but are no headers: they do not compile alone.
+  set(rows ${arg_HEADERS})
+  list(FILTER rows INCLUDE REGEX "\\.def$")
+  list(FILTER arg_HEADERS EXCLUDE REGEX "\\.def$")
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
+  target_sources(${target} PUBLIC FILE_SET rows TYPE HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${rows})
   set_target_properties(
     ${target}
     PROPERTIES EXPORT_NAME ${arg_EXPORT_NAME}
@@ -34,6 +39,7 @@ function(quenzo_library target)
                CXX_VISIBILITY_PRESET hidden
                VISIBILITY_INLINES_HIDDEN ON
                POSITION_INDEPENDENT_CODE ON
-               VERIFY_INTERFACE_HEADER_SETS ON)
+               VERIFY_INTERFACE_HEADER_SETS ON
+               INTERFACE_HEADER_SETS_TO_VERIFY HEADERS)
   quenzo_compile_settings(${target})
 endfunction()
