@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -55,6 +56,21 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
     return pointers;
 }
 
+// The variables of this process, those that are given instead of theirs.
+std::vector<std::string> Environment(const std::vector<std::string>& given) {
+    std::vector<std::string> variables = given;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        const std::string text = *variable;
+        const std::string name = text.substr(0, text.find('=') + 1);
+        const bool isGiven = std::any_of(given.begin(), given.end(),
+                                         [&name](const std::string& other) { return other.starts_with(name); });
+        if (!isGiven) {
+            variables.push_back(text);
+        }
+    }
+    return variables;
+}
+
 }  // namespace
 
 ProgramResult RunProgram(const std::vector<std::string>& command, const std::string& input,
@@ -67,11 +83,7 @@ ProgramResult RunProgram(const std::vector<std::string>& command, const std::str
         posix_spawn_file_actions_adddup2(&actions, streams.at(static_cast<std::size_t>(stream)).Descriptor(), stream);
     }
     std::vector<std::string> words = command;
-    // The last value of a variable would not win everywhere: the additional ones stand first.
-    std::vector<std::string> variables = environment;
-    for (char** variable = environ; *variable != nullptr; ++variable) {
-        variables.emplace_back(*variable);
-    }
+    std::vector<std::string> variables = Environment(environment);
     pid_t process = 0;
     const int error = posix_spawnp(&process, words.front().c_str(), &actions, nullptr, Pointers(words).data(),
                                    Pointers(variables).data());

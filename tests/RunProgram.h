@@ -14,7 +14,8 @@ struct ProgramResult {
 };
 
 /// Runs the program with the arguments and the text as its standard input, and waits for its end. `environment` holds
-/// additional variables as NAME=value. Raises std::system_error when it cannot be run.
+/// variables as NAME=value, which are set beside or instead of this process's own. Raises std::system_error when it
+/// cannot be run.
 ProgramResult RunProgram(const std::vector<std::string>& command, const std::string& input = {},
                          const std::vector<std::string>& environment = {});
 

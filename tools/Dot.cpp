@@ -49,6 +49,15 @@ private:
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
 };
 
+[[noreturn]] void SayThatDotIsMissing() {
+    QUENZO_THROW(Failure(ExitStatus::Unwritable,
+                         "cannot draw: Graphviz's dot is not installed (on Debian: apt-get install graphviz); a .dot "
+                         "file can be written without it"));
+}
+
+// What a program that could not be started exits with, where starting it was not refused at once.
+constexpr int kNotStarted = 127;
+
 // Runs dot and returns its exit status, or -1 when a signal ended it.
 int RunDot(const std::string& format, const Scratch& input, const Scratch& output, const Scratch& messages) {
     posix_spawn_file_actions_t actions;
@@ -64,16 +73,16 @@ int RunDot(const std::string& format, const Scratch& input, const Scratch& outpu
     const int error = posix_spawnp(&child, program.c_str(), &actions, nullptr, arguments, environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error == ENOENT) {
-        QUENZO_THROW(
-            Failure(ExitStatus::Unwritable,
-                    "cannot draw: Graphviz's dot is not installed (on Debian: apt-get install graphviz); a .dot "
-                    "file can be written without it"));
+        SayThatDotIsMissing();
     }
     int status = 0;
     if (error != 0 || waitpid(child, &status, 0) != child) {
         QUENZO_THROW(
             Failure(ExitStatus::Unwritable,
                     fmt::format("cannot run dot: {}", std::generic_category().message(error != 0 ? error : errno))));
+    }
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kNotStarted) {
+        SayThatDotIsMissing();
     }
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
