@@ -2,7 +2,9 @@
 
 #include <tools/Dot.h>
 #include <tools/Files.h>
+#include <tools/JobDiff.h>
 #include <tools/JobFile.h>
+#include <tools/Report.h>
 
 #include <Conf/Interfaces/GraphAlgorithms.h>
 #include <Conf/Interfaces/ITranscodingMetaGraph.h>
@@ -17,8 +19,6 @@
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -138,6 +138,27 @@ void PrintAsJson(const ITranscodingMetaGraph& job) {
     });
 }
 
+std::string NameOf(Difference::Change change) {
+    switch (change) {
+        case Difference::Change::Added: return "added";
+        case Difference::Change::Removed: return "removed";
+        case Difference::Change::Changed: return "changed";
+    }
+    return {};
+}
+
+// A line such as "~ node 2: streamRaw/id: 0 -> 1".
+std::string DescribeDifference(const Difference& difference) {
+    const std::string subject =
+        difference.path.empty() ? difference.where : fmt::format("{}: {}", difference.where, difference.path);
+    switch (difference.change) {
+        case Difference::Change::Added: return fmt::format("+ {}: {}\n", subject, difference.after);
+        case Difference::Change::Removed: return fmt::format("- {}: {}\n", subject, difference.before);
+        case Difference::Change::Changed: break;
+    }
+    return fmt::format("~ {}: {} -> {}\n", subject, difference.before, difference.after);
+}
+
 NodeId RequireNode(const ITranscodingMetaGraph& job, const std::string& text, const std::string& file) {
     NodeId id = 0;
     if (!ToNumber(text, id)) {
@@ -170,9 +191,7 @@ ExitStatus MakeJob(const NewJob& job) {
     for (std::size_t i = 0; i < streams.size(); ++i) {
         graph->AddLink(streams[i], output, i < settings.size() ? settings[i] : EmptyLink());
     }
-    const auto document = Core::MemoryOutput::Create();
-    graph->Save(document);
-    Print(isatty(STDOUT_FILENO) != 0 ? document->GetBytes() + '\n' : document->GetBytes());
+    PrintJob(*graph);
     return ExitStatus::Done;
 }
 
@@ -270,6 +289,29 @@ ExitStatus FindJobPath(const std::string& file, const std::string& from, const s
         Print(Arrows(path) + '\n');
     }
     return path.empty() ? ExitStatus::No : ExitStatus::Done;
+}
+
+ExitStatus DiffJobs(const std::string& before, const std::string& after, bool asJson) {
+    if (before == "-" && after == "-") {
+        QUENZO_THROW(Failure(ExitStatus::WrongUsage, "only one of the two jobs can come from standard input"));
+    }
+    const std::vector<Difference> differences = CompareJobs(*LoadJob(before), *LoadJob(after));
+    Report::Table table{"differences", {"change", "where", "path", "before", "after"}, {}};
+    std::string text;
+    for (const Difference& difference : differences) {
+        table.rows.push_back(
+            {NameOf(difference.change), difference.where, difference.path, difference.before, difference.after});
+        text += DescribeDifference(difference);
+    }
+    if (asJson) {
+        Report report;
+        report.Add("same", differences.empty());
+        report.Add(std::move(table));
+        report.Print(asJson);
+    } else {
+        Print(text);
+    }
+    return differences.empty() ? ExitStatus::Done : ExitStatus::No;
 }
 
 }  // namespace Quenzo::Tools

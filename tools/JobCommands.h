@@ -38,6 +38,10 @@ ExitStatus ShowJob(const std::string& file, bool asJson);
 /// or it is "-".
 ExitStatus DrawJob(const std::string& file, const std::string& picture, bool asJson);
 
+/// Prints what two jobs do not have in common, a line for each node, link and value that was added (+), removed (-) or
+/// changed (~). The answer is no when there is anything.
+ExitStatus DiffJobs(const std::string& before, const std::string& after, bool asJson);
+
 /// Prints a way from one node to another.
 ExitStatus FindJobPath(const std::string& file, const std::string& from, const std::string& to, bool asJson);
 

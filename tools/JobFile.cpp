@@ -2,6 +2,7 @@
 
 #include <tools/Failure.h>
 #include <tools/Files.h>
+#include <tools/JsonText.h>
 
 #include <Conf/Interfaces/Exceptions.h>
 #include <Conf/Interfaces/IFormatCodec.h>
@@ -12,10 +13,8 @@
 
 #include <fmt/format.h>
 
-#include <rapidjson/error/en.h>
-#include <rapidjson/reader.h>
+#include <unistd.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace Quenzo::Tools {
@@ -29,27 +28,11 @@ Failure Unusable(const std::string& file, const char* what, const std::string& r
     return {ExitStatus::Unreadable, fmt::format("{} is no {}: {}", Quoted(file), what, reason)};
 }
 
-// Where a text stops being JSON, as a person counts; empty when it is JSON. The library reports only that it is not.
-std::string SyntaxError(const std::string& text) {
-    rapidjson::StringStream stream(text.c_str());
-    rapidjson::BaseReaderHandler<> ignore;
-    rapidjson::Reader reader;
-    if (!reader.Parse<rapidjson::kParseIterativeFlag>(stream, ignore).IsError()) {
-        return {};
-    }
-    const auto offset = static_cast<std::ptrdiff_t>(std::min(reader.GetErrorOffset(), text.size()));
-    const auto stop = text.begin() + offset;
-    const auto lineFeeds = std::count(text.begin(), stop, '\n');
-    const auto column =
-        std::find(std::make_reverse_iterator(stop), text.rend(), '\n') - std::make_reverse_iterator(stop);
-    return fmt::format("line {}, column {}: {}", lineFeeds + 1, column + 1,
-                       rapidjson::GetParseError_En(reader.GetParseErrorCode()));
-}
-
 std::string Describe(const ProfileException& failure, const std::string& text) {
     if (const auto* structure = boost::get_error_info<ProfileException::TagJsonBadStructure>(failure)) {
         // A text that is no JSON is reported like one whose root is no object.
-        const std::string syntax = *structure == "The root node must be an object." ? SyntaxError(text) : std::string();
+        const std::string syntax =
+            *structure == "The root node must be an object." ? JsonSyntaxError(text) : std::string();
         return syntax.empty() ? *structure : syntax;
     }
     if (const auto* node = boost::get_error_info<ProfileException::TagRequestedNodeId>(failure)) {
@@ -76,6 +59,12 @@ SP<ITranscodingMetaGraph> LoadJob(const std::string& file) {
     return job;
 }
 
+void PrintJob(const ITranscodingMetaGraph& job) {
+    const auto document = Core::MemoryOutput::Create();
+    job.Save(document);
+    Print(isatty(STDOUT_FILENO) != 0 ? document->GetBytes() + '\n' : document->GetBytes());
+}
+
 SP<const Conf::IPreset> LoadPreset(const std::string& file) {
     const std::string text = ReadWhole(file);
     try {
@@ -83,7 +72,7 @@ SP<const Conf::IPreset> LoadPreset(const std::string& file) {
         Core::PropertySerializer::Read(tree, Core::MemoryInput::Create(text));
         return Conf::TreePreset::Create(std::move(tree));
     } catch (const Exception& failure) {
-        const std::string syntax = SyntaxError(text);
+        const std::string syntax = JsonSyntaxError(text);
         QUENZO_THROW(Unusable(file, "preset", syntax.empty() ? failure.what() : syntax));
     }
 }

@@ -12,6 +12,9 @@ namespace Quenzo::Tools {
 /// the document and where.
 SP<Conf::ITranscodingMetaGraph> LoadJob(const std::string& file);
 
+/// Prints the document of a job, and on a terminal the end of the line.
+void PrintJob(const Conf::ITranscodingMetaGraph& job);
+
 /// The preset in a JSON file that holds its tree. Fails with Unreadable.
 SP<const Conf::IPreset> LoadPreset(const std::string& file);
 

@@ -2,10 +2,12 @@
 
 #include <tools/BitrateCommand.h>
 #include <tools/CatalogueCommands.h>
+#include <tools/DescribeCommand.h>
 #include <tools/Failure.h>
 #include <tools/FrameCommands.h>
 #include <tools/JobCommands.h>
 #include <tools/LookupCommands.h>
+#include <tools/ProbeJob.h>
 
 #include <foundation/StringUtils.h>
 
@@ -32,7 +34,9 @@ using Command = std::function<ExitStatus()>;
 
 struct Arguments {
     Quenzo::Tools::NewJob newJob;
+    std::string probe;
     std::string file;
+    std::string other;
     std::string picture;
     std::string from;
     std::string to;
@@ -53,7 +57,10 @@ void AddStream(Quenzo::Tools::NewJob& job, const std::string& text) {
     job.sources.back().streams.push_back(index);
 }
 
-void RequireStreams(const Quenzo::Tools::NewJob& job) {
+void RequireSources(const Quenzo::Tools::NewJob& job, const std::string& probe) {
+    if (job.sources.empty() == probe.empty()) {
+        throw CLI::ValidationError("job new", "takes either --in with --stream, or --probe");
+    }
     for (const auto& source : job.sources) {
         if (source.streams.empty()) {
             throw CLI::ValidationError("--in " + Quoted(source.path), "needs a --stream after it");
@@ -82,7 +89,6 @@ void AddJobNew(CLI::App& job, Arguments& arguments, Command& run) {
                 newJob.sources.push_back({path, {}});
             },
             "Source file; may be repeated")
-        ->required()
         ->trigger_on_parse();
     command
         ->add_option_function<std::string>(
@@ -90,13 +96,20 @@ void AddJobNew(CLI::App& job, Arguments& arguments, Command& run) {
             "Stream of the source before it, counted from 0; may be repeated. The nth stream of the\n"
             "job is encoded as the preset's nth stream")
         ->trigger_on_parse();
+    command->add_option("--probe", arguments.probe,
+                        "What ffprobe prints of the source, as for the command describe; makes a job of all its\n"
+                        "streams, with their descriptions");
     command->add_option("--preset", newJob.presetFile, "Preset, a JSON file")->required();
     command->add_option("--out", newJob.outputPath, "File that the job is to write")->required();
     command->add_flag("--dvd", newJob.losslessToDvd, "Write a DVD container, whatever the preset says");
     AddJsonFlag(*command, arguments);
     command->callback([&] {
-        RequireStreams(newJob);
-        run = [&newJob] { return Quenzo::Tools::MakeJob(newJob); };
+        RequireSources(newJob, arguments.probe);
+        run = [&newJob, &arguments] {
+            return arguments.probe.empty() ? Quenzo::Tools::MakeJob(newJob)
+                                           : Quenzo::Tools::MakeJobFromProbe({arguments.probe, newJob.presetFile,
+                                                                              newJob.outputPath, newJob.losslessToDvd});
+        };
     });
 }
 
@@ -116,6 +129,13 @@ void AddJobCommands(CLI::App& program, Arguments& arguments, Command& run) {
     draw->callback(
         [&] { run = [&] { return Quenzo::Tools::DrawJob(arguments.file, arguments.picture, arguments.asJson); }; });
 
+    CLI::App* diff = job->add_subcommand("diff", "Print what two jobs do not have in common");
+    diff->add_option("BEFORE", arguments.file, "Job document, or - for standard input")->required();
+    diff->add_option("AFTER", arguments.other, "Job document, or - for standard input")->required();
+    AddJsonFlag(*diff, arguments);
+    diff->callback(
+        [&] { run = [&] { return Quenzo::Tools::DiffJobs(arguments.file, arguments.other, arguments.asJson); }; });
+
     CLI::App* path = AddJobReader(*job, arguments, "path", "Print a way from one node to another along the links");
     path->add_option("FROM", arguments.from, "Id of the node to start from")->required();
     path->add_option("TO", arguments.to, "Id of the node to reach")->required();
@@ -124,6 +144,17 @@ void AddJobCommands(CLI::App& program, Arguments& arguments, Command& run) {
             return Quenzo::Tools::FindJobPath(arguments.file, arguments.from, arguments.to, arguments.asJson);
         };
     });
+}
+
+void AddDescribe(CLI::App& program, Arguments& arguments, Command& run) {
+    CLI::App* command = program.add_subcommand("describe", "Describe a clip from what ffprobe prints of it");
+    command
+        ->add_option("FILE", arguments.file,
+                     "Output of ffprobe -v error -of json -show_format -show_streams -show_chapters CLIP,\n"
+                     "or - for standard input")
+        ->required();
+    AddJsonFlag(*command, arguments);
+    command->callback([&] { run = [&] { return Quenzo::Tools::DescribeProbe(arguments.file, arguments.asJson); }; });
 }
 
 // A command that prints a report. The report is made when the command runs, from the arguments as they are then.
@@ -235,6 +266,7 @@ int Run(int argc, char** argv) {
     Arguments arguments;
     Command run;
     AddJobCommands(program, arguments, run);
+    AddDescribe(program, arguments, run);
     AddCatalogues(program, arguments, run);
     AddLookups(program, arguments, run);
     AddCalculations(program, arguments, run);

@@ -248,10 +248,10 @@ TEST(JobPath, UnknownNodesAreWrongUsage) {
 }
 
 TEST(Program, UnknownCommandsAreNamedWithThoseThereAre) {
-    ExpectFailure(
-        RunProgram({"jobs"}), 2,
-        "there is no command \"jobs\"; there is job, codecs, formats, groups, layouts, sample-formats, pixel-formats, "
-        "colours, codec, format, extension, uti, bitrate, planes, orient (see quenzo-conf --help)");
+    ExpectFailure(RunProgram({"jobs"}), 2,
+                  "there is no command \"jobs\"; there is job, describe, codecs, formats, groups, layouts, "
+                  "sample-formats, pixel-formats, "
+                  "colours, codec, format, extension, uti, bitrate, planes, orient (see quenzo-conf --help)");
     ExpectFailure(RunProgram({"job", "chek", "-"}), 2,
                   "there is no command \"chek\"; there is new, check, show, draw, path (see quenzo-conf --help)");
     EXPECT_EQ(RunProgram({}).status, 2);
