@@ -1,0 +1,93 @@
+// The manual page and the completions know every command and every option that the program takes.
+
+#include <tests/tools/ProgramRunner.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace Quenzo::Tests {
+namespace {
+
+// A text file of the program's folder, without the backslashes that a manual page puts before its hyphens.
+std::string ReadText(const std::string& name) {
+    std::ifstream file(std::filesystem::path(QUENZO_TEST_TOOLS) / name);
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    std::erase(text, '\\');
+    return text;
+}
+
+// The first words of the lines of a section of --help, such as the commands under "Subcommands:".
+std::vector<std::string> FirstWords(const std::vector<std::string>& command, const std::string& section) {
+    std::vector<std::string> arguments = command;
+    arguments.emplace_back("--help");
+    std::istringstream help(RunProgram(arguments).output);
+    std::vector<std::string> words;
+    bool isInside = false;
+    for (std::string line; std::getline(help, line);) {
+        if (!line.starts_with(' ')) {
+            isInside = line == section + ":";
+        } else if (isInside && line[2] != ' ') {
+            std::istringstream text(line);
+            std::string word;
+            text >> word;
+            words.push_back(word);
+        }
+    }
+    return words;
+}
+
+bool HasWord(const std::string& text, const std::string& word) {
+    const auto isPart = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-'; };
+    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        if ((at == 0 || !isPart(text[at - 1])) && (end == text.size() || !isPart(text[end]))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ExpectDocumented(const std::vector<std::string>& command) {
+    for (const char* file : {"manual/quenzo-conf.1", "completion/quenzo-conf", "completion/_quenzo-conf"}) {
+        const std::string text = ReadText(file);
+        for (const std::string& names : FirstWords(command, "Options")) {
+            std::istringstream list(names);
+            for (std::string name; std::getline(list, name, ',');) {
+                // Completing -h would only be in the way.
+                const bool isCompleted = name != "-h" || std::string(file).starts_with("manual");
+                EXPECT_TRUE(!isCompleted || HasWord(text, name)) << file << " does not know " << name;
+            }
+        }
+        for (const std::string& name : FirstWords(command, "Subcommands")) {
+            EXPECT_TRUE(HasWord(text, name)) << file << " does not know " << name;
+        }
+    }
+}
+
+TEST(Manual, KnowsEveryCommandAndOption) {
+    const auto commands = FirstWords({}, "Subcommands");
+    EXPECT_EQ(commands.size(), 16U);
+    ExpectDocumented({});
+    for (const std::string& command : commands) {
+        ExpectDocumented({command});
+    }
+    const auto jobCommands = FirstWords({"job"}, "Subcommands");
+    EXPECT_EQ(jobCommands.size(), 6U);
+    for (const std::string& command : jobCommands) {
+        ExpectDocumented({"job", command});
+    }
+}
+
+TEST(Manual, SeesWhatIsMissing) {
+    EXPECT_TRUE(HasWord("a --json b", "--json"));
+    EXPECT_FALSE(HasWord("a --jsonx b", "--json"));
+    EXPECT_FALSE(HasWord("pixel-formats", "formats"));
+    EXPECT_FALSE(FirstWords({"bitrate"}, "Options").empty());
+}
+
+}  // namespace
+}  // namespace Quenzo::Tests
