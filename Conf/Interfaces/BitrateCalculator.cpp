@@ -71,8 +71,11 @@ constexpr std::array<std::string_view, kModels.size()> ModelledCodecs() {
 std::int64_t Truncate(double value) { return SaturatingTruncate<std::int64_t>(value); }
 
 std::int64_t TwiceOf(std::int64_t bitrate) {
-    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max() / 2;
-    return bitrate > largest ? std::numeric_limits<std::int64_t>::max() : 2 * bitrate;
+    using Limits = std::numeric_limits<std::int64_t>;
+    if (bitrate > Limits::max() / 2) {
+        return Limits::max();
+    }
+    return bitrate < Limits::min() / 2 ? Limits::min() : 2 * bitrate;
 }
 
 std::int64_t ScaledByQuality(std::int64_t bitrate, int quality) {

@@ -18,7 +18,7 @@ namespace Quenzo::Detail {
 /// reports it.
 template <std::size_t N>
 class TextIndex {
-    static_assert(N > 1 && N < 0xFFFF, "places are kept in 16 bits, and a table of one text needs no index");
+    static_assert(N > 1 && N <= 0x8000, "places and slots are kept in 16 bits, and a table of one text needs no index");
 
 public:
     /// The texts must have at least two characters each and outlive the index.
@@ -67,7 +67,7 @@ private:
     constexpr std::uint64_t HashOfWords(std::string_view text) const noexcept {
         constexpr auto characters = std::make_index_sequence<Width>();
         const std::size_t last = text.size() - Width;
-        std::uint64_t hash = 0;
+        std::uint64_t hash = text.size();
         for (std::size_t at = std::min(common_, last); at < last; at += Width) {
             hash = std::rotl((hash ^ Load(text.data() + at, characters)) * multiplier_, 32);
         }

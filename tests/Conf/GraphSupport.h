@@ -63,6 +63,7 @@ void LoadText(const Graph& graph, std::string text);
 /// A new graph with the content of a document.
 Graph Loaded(std::string text);
 
+/// The document of a graph, which must fit the schema of job documents.
 std::string Saved(const Graph& graph);
 std::string Drawn(const Graph& graph);
 
