@@ -253,7 +253,7 @@ TEST(Program, UnknownCommandsAreNamedWithThoseThereAre) {
                   "sample-formats, pixel-formats, "
                   "colours, codec, format, extension, uti, bitrate, planes, orient (see quenzo-conf --help)");
     ExpectFailure(RunProgram({"job", "chek", "-"}), 2,
-                  "there is no command \"chek\"; there is new, check, show, draw, path (see quenzo-conf --help)");
+                  "there is no command \"chek\"; there is new, check, show, draw, diff, path (see quenzo-conf --help)");
     EXPECT_EQ(RunProgram({}).status, 2);
     EXPECT_EQ(RunProgram({"job"}).status, 2);
     EXPECT_EQ(RunProgram({"job", "check"}).status, 2);
