@@ -38,13 +38,13 @@ std::optional<Value> Find(const Named<Value> (&rows)[N], std::string_view name) 
 }
 
 // All others are the codec id in lower case, without its prefix.
-constexpr Named<std::string_view> kCodecs[] = {
-    {"adpcm_vima", "CODEC_ID_VIMA"},
-    {"adpcm_zork", "CODEC_ID_PCM_ZORK"},
-    {"alias_pix", "CODEC_ID_PIX"},
-    {"hevc", "CODEC_ID_H265"},
-    {"interplayvideo", "CODEC_ID_INTERPLAY_VIDEO"},
-    {"sonicls", "CODEC_ID_SONIC_LS"},
+const Named<const std::string*> kCodecs[] = {
+    {"adpcm_vima", &IFormatCodecAudio::CODEC_ID_ADPCM_VIMA},
+    {"adpcm_zork", &IFormatCodecAudio::CODEC_ID_ADPCM_ZORK},
+    {"alias_pix", &IFormatCodecVideo::CODEC_ID_PIX},
+    {"hevc", &IFormatCodecVideo::CODEC_ID_H265},
+    {"interplayvideo", &IFormatCodecVideo::CODEC_ID_INTERPLAY_VIDEO},
+    {"sonicls", &IFormatCodecAudio::CODEC_ID_SONIC_LS},
 };
 
 constexpr Named<ColorPrimaries> kPrimaries[] = {
@@ -183,7 +183,7 @@ bool IsFormat(const std::string& name) { return !MeaningOfFormat(name).empty(); 
 
 std::optional<std::string> CodecOfProbe(const std::string& name) {
     if (const auto other = Find(kCodecs, name)) {
-        return std::string(*other);
+        return **other;
     }
     const std::string id = "CODEC_ID_" + Capitals(name);
     return MeaningOfCodec(id).empty() ? std::nullopt : std::optional(id);

@@ -101,6 +101,10 @@ void AddJobNew(CLI::App& job, Arguments& arguments, Command& run) {
                         "streams, with their descriptions");
     command->add_option("--preset", newJob.presetFile, "Preset, a JSON file")->required();
     command->add_option("--out", newJob.outputPath, "File that the job is to write")->required();
+    command->footer(
+        "Examples:\n"
+        "  quenzo-conf job new --in clip.mov --stream 0 --stream 1 --preset web.json --out clip.mp4\n"
+        "  quenzo-conf job new --probe clip.json --preset web.json --out clip.mp4");
     command->add_flag("--dvd", newJob.losslessToDvd, "Write a DVD container, whatever the preset says");
     AddJsonFlag(*command, arguments);
     command->callback([&] {
@@ -153,6 +157,9 @@ void AddDescribe(CLI::App& program, Arguments& arguments, Command& run) {
                      "Output of ffprobe -v error -of json -show_format -show_streams -show_chapters CLIP,\n"
                      "or - for standard input")
         ->required();
+    command->footer(
+        "Example:\n"
+        "  ffprobe -v error -of json -show_format -show_streams -show_chapters clip.mov | quenzo-conf describe -");
     AddJsonFlag(*command, arguments);
     command->callback([&] { run = [&] { return Quenzo::Tools::DescribeProbe(arguments.file, arguments.asJson); }; });
 }
@@ -212,6 +219,9 @@ void AddCalculations(CLI::App& program, Arguments& arguments, Command& run) {
     bitrate->add_option("--quality", question.quality, "Quality from 1, the best, to 32");
     bitrate->add_flag("--explain", question.isExplained, "Say how the result comes about, step by step");
 
+    bitrate->footer(
+        "Example:\n  quenzo-conf bitrate --codec hevc --size 3840x2160 --fps 30000/1001 --quality 4 --explain");
+
     CLI::App* planes = AddReporter(program, arguments, run, "planes", "Measure the planes of a frame", [&arguments] {
         return Quenzo::Tools::MeasurePlanes(arguments.identifier, arguments.size);
     });
@@ -226,6 +236,11 @@ void AddCalculations(CLI::App& program, Arguments& arguments, Command& run) {
                      "1 to 8, a value of the Exif orientation tag, or a name such as Rotated90; or else an angle\n"
                      "in degrees: 90 or 90cw clockwise, 90ccw counter-clockwise, 5deg for angles up to 8")
         ->required();
+    orient->footer(
+        "Examples:\n"
+        "  quenzo-conf orient 6 --size 4032x3024\n"
+        "  quenzo-conf orient 90ccw --size 1920x1080\n"
+        "  quenzo-conf orient -22.5 --size 640x480");
     AddSize(*orient, arguments.size);
 }
 
@@ -260,6 +275,13 @@ int Run(int argc, char** argv) {
     program.require_subcommand(1);
     program.set_version_flag("--version", "quenzo-conf " QUENZO_VERSION);
     program.footer(
+        "Examples:\n"
+        "  quenzo-conf job new --in clip.mov --stream 0 --preset web.json --out clip.mp4 > job.json\n"
+        "  quenzo-conf job check job.json\n"
+        "  quenzo-conf job draw job.json -o job.svg\n"
+        "  quenzo-conf codec hevc\n"
+        "  quenzo-conf bitrate --codec h264 --size 1920x1080 --fps 30 --explain\n"
+        "\n"
         "Exit status: 0 done, 1 the answer is no, 2 wrong usage, 3 an input could not be read,\n"
         "4 an output could not be written.");
 
