@@ -30,7 +30,8 @@ foreach(library quenzo-foundation quenzo-conf)
   install(FILES ${PROJECT_BINARY_DIR}/${library}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 endforeach()
 
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libquenzo-conf-dev/docs COMPONENT dev)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libquenzo-conf-dev/docs COMPONENT dev
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.json")
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libquenzo-conf-dev/examples COMPONENT dev
         FILES_MATCHING PATTERN "*.cpp")
 

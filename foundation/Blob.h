@@ -22,6 +22,7 @@ public:
 /// A blob that owns its bytes.
 class QUENZO_API Blob : public RefCounted<IBlob> {
 public:
+    /// Takes over the bytes; there may be none.
     static SP<Blob> Create(std::vector<std::uint8_t> bytes);
 
     const std::uint8_t* GetData() const override;

@@ -11,6 +11,7 @@ namespace Quenzo {
 class QUENZO_API ioPath {
 public:
     ioPath() = default;
+    /// Text is taken for UTF-8 and not checked; a null pointer is not allowed.
     ioPath(std::string utf8);
     ioPath(const char* utf8);
     ioPath(const std::filesystem::path& path);
@@ -18,6 +19,7 @@ public:
     /// The path as UTF-8 text.
     const std::string& utf8string() const noexcept { return utf8_; }
 
+    /// The path as the file system's functions take it.
     std::filesystem::path ToFilesystemPath() const;
 
     bool operator==(const ioPath& other) const = default;

@@ -14,6 +14,7 @@ class QUENZO_API IRefCountable {
 public:
     virtual ~IRefCountable();
 
+    /// Adds one reference.
     virtual void AddRef() const = 0;
 
     /// The number of references at this moment; other threads may change it before the caller looks at it.
@@ -40,12 +41,16 @@ using SP = boost::intrusive_ptr<T>;
 class RefCountImpl {
 public:
     RefCountImpl() = default;
+
+    /// Copying leaves both counts as they are.
     RefCountImpl(const RefCountImpl& /*other*/) noexcept {}
     RefCountImpl& operator=(const RefCountImpl& /*other*/) noexcept { return *this; }
     ~RefCountImpl() = default;
 
+    /// Counts one reference more.
     void AddRefImpl() const noexcept { count_.fetch_add(1, std::memory_order_relaxed); }
 
+    /// The count at this moment.
     long GetRefCountImpl() const noexcept { return count_.load(std::memory_order_relaxed); }
 
     /// Returns the remaining count. The thread that is told 0 sees all that other threads did before they let go.
@@ -59,10 +64,13 @@ private:
 template <typename Interface>
 class RefCounted : public Interface {
 public:
+    /// As in IRefCountable.
     void AddRef() const override { counter_.AddRefImpl(); }
 
+    /// As in IRefCountable.
     long GetRefCount() const override { return counter_.GetRefCountImpl(); }
 
+    /// As in IRefCountable.
     long Release() const override {
         const long remaining = counter_.ReleaseImpl();
         if (remaining == 0) {

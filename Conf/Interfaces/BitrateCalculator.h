@@ -34,9 +34,9 @@ enum class Boundary : int {
 /// The numbers of a codec family in the power law.
 struct VideoBitrateModel {
     std::string_view codecId;  ///< the codec that the numbers are for
-    double exponent;
-    double multiplier;
-    double share;  ///< a newer codec's part of the bit rate that the law gives for an older one, or 1
+    double exponent;           ///< of the root of the frame's area, √(w × h)
+    double multiplier;         ///< of that power, which gives kilobits (of 1024 bits) per second
+    double share;              ///< a newer codec's part of the bit rate that the law gives for an older one, or 1
 };
 
 /// The numbers for a codec: its own, or those of H.264 for a codec that has none and for any other text. Valid until

@@ -18,7 +18,7 @@ enum class ChannelLayout : std::int32_t {
 
 /// What is known of one channel layout: a row of a fixed table. Rows keep their addresses for the life of the process.
 struct QUENZO_API LayoutRecord {
-    ChannelLayout layout;
+    ChannelLayout layout;       ///< the enumerator, which is the place of the row too
     std::int32_t channels;      ///< number of channels, 0 to 16
     const std::string& textId;  ///< the word that trees hold, one of IFormatCodecAudio::TAG_CH_LAYOUT_*
 

@@ -30,9 +30,9 @@ enum class YCbCrMatrix : std::int32_t {
 
 /// The three colour characteristics of a video stream. None is specified by default.
 struct ColorSpace {
-    ColorPrimaries primaries = ColorPrimaries::UNSPECIFIED;
-    TransferFunction transfer = TransferFunction::UNSPECIFIED;
-    YCbCrMatrix matrix = YCbCrMatrix::UNSPECIFIED;
+    ColorPrimaries primaries = ColorPrimaries::UNSPECIFIED;     ///< what red, green, blue and white mean
+    TransferFunction transfer = TransferFunction::UNSPECIFIED;  ///< how light turns into signal and back
+    YCbCrMatrix matrix = YCbCrMatrix::UNSPECIFIED;              ///< how red, green and blue turn into luma and chroma
 
     bool operator==(const ColorSpace& other) const = default;
 };

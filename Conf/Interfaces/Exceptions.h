@@ -69,10 +69,12 @@ class QUENZO_API ConstraintException : public ConfException {
     const char* GetClassName() const noexcept override;
 };
 
+/// The constraint says nothing about properties of that type.
 class QUENZO_API ConstraintIsNotApplicableForTypeException : public ConstraintException {
     const char* GetClassName() const noexcept override;
 };
 
+/// The property checked holds another type than the constraint is about.
 class QUENZO_API CheckedPropertyHasDifferentTypeException : public ConstraintException {
     const char* GetClassName() const noexcept override;
 };

@@ -9,8 +9,8 @@ namespace Quenzo {
 
 /// The size of a video frame, in pixels.
 struct FrameSize {
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
+    std::uint32_t width = 0;   ///< pixels in a row
+    std::uint32_t height = 0;  ///< rows
 
     bool operator==(const FrameSize& other) const = default;
 };
@@ -21,8 +21,8 @@ namespace Quenzo::Conf {
 
 /// The size of a video frame, in pixels, and the shape of one of its pixels.
 struct FrameInfo {
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
+    std::uint32_t width = 0;    ///< pixels in a row
+    std::uint32_t height = 0;   ///< rows
     std::uint32_t aspectX = 1;  ///< the width of a pixel in proportion to aspectY; 1:1 is square
     std::uint32_t aspectY = 1;  ///< the height of a pixel in proportion to aspectX
 

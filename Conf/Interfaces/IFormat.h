@@ -41,6 +41,7 @@ public:
     void PrintContent(std::ostream& os) const;
 
 protected:
+    /// A tree of that name with an empty "metadata" child.
     explicit IFormat(const std::string& name);
     IFormat(const IFormat& other) = default;
     ~IFormat() override;

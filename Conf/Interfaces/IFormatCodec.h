@@ -67,6 +67,7 @@ public:
     bool IsUndefined() const;
 
 protected:
+    /// A tree of that name with the children that every stream description starts with.
     explicit IFormatCodec(const std::string& name);
     IFormatCodec(const IFormatCodec& other) = default;
     ~IFormatCodec() override;

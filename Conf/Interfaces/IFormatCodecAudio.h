@@ -22,6 +22,7 @@ class QUENZO_API IFormatCodecAudio : public IFormatCodec, public AudioVocabulary
 public:
     IFormatCodecAudio& operator=(const IFormatCodecAudio& other) = delete;
 
+    /// A description with the children of every stream and no others.
     static SP<IFormatCodecAudio> Create();
 
     /// An independent tree, the same attachments, references counted anew.
@@ -30,10 +31,12 @@ public:
 
     MediaType GetCodecType() const override;
 
+    /// The channel layout, stored under TAG_LAYOUT.
     ChannelLayout GetChannelLayout() const;
     void SetChannelLayout(ChannelLayout layout);
 
-    /// Setting a format stores its bits per sample too.
+    /// The sample format, stored under TAG_SAMPLE_FORMAT. Setting it stores its bits per sample, under
+    /// TAG_BITS_PER_SAMPLE, too.
     SampleFormats GetSampleFormat() const;
     void SetSampleFormat(SampleFormats format);
 

@@ -14,6 +14,7 @@ class QUENZO_API IFormatCodecSubtitle : public IFormatCodec, public SubtitleVoca
 public:
     IFormatCodecSubtitle& operator=(const IFormatCodecSubtitle& other) = delete;
 
+    /// A description with the children of every stream and no others.
     static SP<IFormatCodecSubtitle> Create();
 
     /// An independent tree, the same attachments (and so the same header), references counted anew.

@@ -15,11 +15,12 @@
 
 namespace Quenzo::Conf {
 
-/// Where a viewer of a 360-degree video looks at first.
+/// Where a viewer of a 360-degree video looks at first. The numbers are kept as they are given; this library gives them
+/// no unit.
 struct SphericalInfo {
-    std::int32_t yaw = 0;
-    std::int32_t pitch = 0;
-    std::int32_t roll = 0;
+    std::int32_t yaw = 0;    ///< the turn to the side
+    std::int32_t pitch = 0;  ///< the turn up or down
+    std::int32_t roll = 0;   ///< the tilt
 
     bool operator==(const SphericalInfo& other) const = default;
 };
@@ -33,6 +34,7 @@ class QUENZO_API IFormatCodecVideo : public IFormatCodec, public VideoVocabulary
 public:
     IFormatCodecVideo& operator=(const IFormatCodecVideo& other) = delete;
 
+    /// A description with the children of every stream and TAG_COVER_FLAG, false.
     static SP<IFormatCodecVideo> Create();
 
     /// An independent tree, the same attachments, references counted anew.
@@ -88,6 +90,8 @@ public:
     DisplayMatrix GetDisplayMatrix() const;
     void SetDisplayMatrix(const DisplayMatrix& matrix);
 
+    /// Where a viewer looks at first, three integers in a node named SPHERICAL_INFO. Reading it raises
+    /// PropertyException when one of them is not there.
     bool SphericalInfoExist() const;
     SphericalInfo GetSphericalInfo() const;
     void SetSphericalInfo(const SphericalInfo& info);

@@ -27,6 +27,7 @@ public:
     long GetRefCount() const override;
     long Release() const override;
 
+    /// A description of nothing yet: its metadata is all it has.
     static SP<IFormatFile> Create();
 
     /// An independent tree; references counted anew.

@@ -26,6 +26,7 @@ namespace Quenzo::Conf {
 /// though several may read one that nobody changes.
 class QUENZO_API ITranscodingMetaGraph : public IRefCountable, public GraphVocabulary {
 public:
+    /// What stands for a node or a link: from 1 upwards for those that AddNode and AddLink make.
     using NodeId = long long;
     using LinkId = long long;
 

@@ -18,13 +18,13 @@ enum class SampleFormats : std::int32_t {
 
 /// What is known of one sample format: a row of a fixed table. Rows keep their addresses for the life of the process.
 struct QUENZO_API SampleFmtRecord {
-    SampleFormats format;
-    std::int32_t bits;   ///< bits per sample, 0 to 64
-    std::string textId;  ///< the word that trees hold, the same as the enumerator's name
-    bool planar;         ///< each channel has a plane of its own
-    bool isFloat;        ///< floating-point samples
-    bool isSigned;       ///< signed samples
-    SampleFormats twin;  ///< the same samples in the other arrangement; SAMPLE_FMT_NONE is its own
+    SampleFormats format;  ///< the enumerator
+    std::int32_t bits;     ///< bits per sample, 0 to 64
+    std::string textId;    ///< the word that trees hold, the same as the enumerator's name
+    bool planar;           ///< each channel has a plane of its own
+    bool isFloat;          ///< floating-point samples
+    bool isSigned;         ///< signed samples
+    SampleFormats twin;    ///< the same samples in the other arrangement; SAMPLE_FMT_NONE is its own
 
     /// All rows: SAMPLE_FMT_NONE, then the others in the order of their values.
     static const std::array<SampleFmtRecord, 11>& Enumerate() noexcept;

@@ -16,7 +16,7 @@ enum class TopologyFault {
 
 /// One rule broken at one place.
 struct TopologyFinding {
-    TopologyFault fault;
+    TopologyFault fault;  ///< which rule
 
     /// The ids of the nodes concerned, in groups:
     ///   TooFewNodes   one group, the nodes that there are
