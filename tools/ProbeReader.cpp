@@ -44,7 +44,7 @@ const std::string* KeyOfTag(const std::string& tag) {
         &IFormatFile::TAG_PERFORMER,     &IFormatFile::TAG_PUBLISHER,    &IFormatFile::TAG_TITLE,
         &IFormatFile::TAG_TRACK,         &IFormatFile::TAG_YEAR,
     };
-    const auto found =
+    const auto* const found =
         std::find_if(tags.begin(), tags.end(), [&tag](const std::string* key) { return boost::iequals(*key, tag); });
     return found != tags.end() ? *found : nullptr;
 }
@@ -106,7 +106,7 @@ ProbedMedia ReadProbe(const std::string& text, const std::string& name) {
     }
     const Members root(document);
     if (!root.Has("streams") || !root.Has("format")) {
-        Refuse(name, "it has no members \"streams\" and \"format\"; run ffprobe with -show_streams -show_format");
+        Refuse(name, R"(it has no members "streams" and "format"; run ffprobe with -show_streams -show_format)");
     }
     ProbedMedia media;
     NotMapped ofFile(media.notMapped, "file");

@@ -212,6 +212,40 @@ void MapFrameRate(const Members& stream, const SP<IFormatCodecVideo>& video, boo
     }
 }
 
+// Whether a member has found its place where the picture's size, shape, rate and format were mapped.
+bool IsInGeometry(const Property& tree, const std::string& name, const std::string& value) {
+    if (name == "width" || name == "height") {
+        return tree.FindChild(IFormatCodecVideo::TAG_WIDTH) != tree.end();
+    }
+    if (name == "sample_aspect_ratio") {
+        const auto aspect = ParseRatio(value, ':');
+        return value == "0:1" || (aspect && *aspect > 0);
+    }
+    if (name == "pix_fmt") {
+        return PixelFormatOfProbe(value).has_value();
+    }
+    if (name == "avg_frame_rate") {
+        return ParseRatio(value, '/').has_value();
+    }
+    // What was made of these is told together.
+    return name == "color_primaries" || name == "color_transfer" || name == "color_space";
+}
+
+bool TakeVideoValue(StreamMapper& mapper, const std::string& name, const std::string& value) {
+    if (name == "color_range") {
+        const auto range = ColorRangeOfProbe(value);
+        return range &&
+               mapper.Set(IFormatCodecVideo::TAG_COLOR_RANGE, std::optional<long long>(static_cast<int>(*range)));
+    }
+    if (name == "field_order") {
+        return mapper.Set(IFormatCodecVideo::TAG_INTERLACE_FLAG, std::optional(value != "progressive"));
+    }
+    if (name == "level") {
+        return mapper.SetNumber(IFormatCodecVideo::TAG_PROFILE_LEVEL, value);
+    }
+    return name == "bits_per_raw_sample" && mapper.SetNumber(IFormatCodecVideo::TAG_COLOR_DEPTH, value);
+}
+
 SP<IFormatCodec> DescribeVideo(const Members& stream, const StreamPlace& place, NotMapped& notMapped) {
     SP<IFormatCodecVideo> video = IFormatCodecVideo::Create();
     const Members disposition = stream.Object("disposition");
@@ -232,34 +266,7 @@ SP<IFormatCodec> DescribeVideo(const Members& stream, const StreamPlace& place, 
         tree.SetChildT<bool>(IFormatCodecVideo::TAG_IMAGE_FLAG, true);
     }
     mapper.Map([&](const std::string& name, const std::string& value) {
-        if (name == "width" || name == "height") {
-            return tree.FindChild(IFormatCodecVideo::TAG_WIDTH) != tree.end();
-        }
-        if (name == "sample_aspect_ratio") {
-            const auto aspect = ParseRatio(value, ':');
-            return value == "0:1" || (aspect && *aspect > 0);
-        }
-        if (name == "pix_fmt") {
-            return PixelFormatOfProbe(value).has_value();
-        }
-        if (name == "avg_frame_rate") {
-            return ParseRatio(value, '/').has_value();
-        }
-        if (name == "color_primaries" || name == "color_transfer" || name == "color_space") {
-            return true;
-        }
-        if (name == "color_range") {
-            const auto range = ColorRangeOfProbe(value);
-            return range &&
-                   mapper.Set(IFormatCodecVideo::TAG_COLOR_RANGE, std::optional<long long>(static_cast<int>(*range)));
-        }
-        if (name == "field_order") {
-            return mapper.Set(IFormatCodecVideo::TAG_INTERLACE_FLAG, std::optional(value != "progressive"));
-        }
-        if (name == "level") {
-            return mapper.SetNumber(IFormatCodecVideo::TAG_PROFILE_LEVEL, value);
-        }
-        return name == "bits_per_raw_sample" && mapper.SetNumber(IFormatCodecVideo::TAG_COLOR_DEPTH, value);
+        return IsInGeometry(tree, name, value) || TakeVideoValue(mapper, name, value);
     });
     video->SetProperty(tree);
     return video;

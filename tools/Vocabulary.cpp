@@ -19,6 +19,7 @@ std::string MeaningIn(const std::vector<Term>& terms, const std::string& id) {
 
 std::vector<std::string> IdsOf(const std::vector<Term>& terms) {
     std::vector<std::string> ids;
+    ids.reserve(terms.size());
     for (const Term& term : terms) {
         ids.push_back(term.id);
     }

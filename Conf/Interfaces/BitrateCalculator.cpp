@@ -68,6 +68,8 @@ constexpr std::array<std::string_view, kModels.size()> ModelledCodecs() {
     return ids;
 }
 
+constexpr Detail::TextIndex kModelIndex(ModelledCodecs());
+
 std::int64_t Truncate(double value) { return SaturatingTruncate<std::int64_t>(value); }
 
 std::int64_t TwiceOf(std::int64_t bitrate) {
@@ -136,9 +138,8 @@ std::int64_t BoundOfVideo(const Core::Property& codec, std::int64_t bitrate, Bou
 }  // namespace
 
 const VideoBitrateModel& GetVideoBitrateModel(std::string_view codecId) noexcept {
-    static constexpr Detail::TextIndex index(ModelledCodecs());
-    const std::size_t place = index.Find(codecId);
-    return kModels[place < kModels.size() ? place : 0];
+    const std::size_t place = kModelIndex.Find(codecId);
+    return place < kModels.size() ? kModels[place] : kModels.front();
 }
 
 double GetFrameRateFactor(double fps) noexcept {

@@ -63,10 +63,12 @@ using Member = std::string_view FormatExtension::*;
 // How many different texts the pairs have in one member.
 constexpr std::size_t CountDifferent(Member member) {
     std::size_t count = 0;
-    for (auto pair = kPairs.begin(); pair != kPairs.end(); ++pair) {
-        count += std::none_of(kPairs.begin(), pair, [pair, member](const FormatExtension& earlier) {
-            return earlier.*member == (*pair).*member;
-        });
+    for (std::size_t place = 0; place < kPairs.size(); ++place) {
+        const auto before = kPairs.begin() + static_cast<std::ptrdiff_t>(place);
+        const std::string_view text = kPairs[place].*member;
+        const bool isNew = std::none_of(
+            kPairs.begin(), before, [text, member](const FormatExtension& earlier) { return earlier.*member == text; });
+        count += isNew ? 1 : 0;
     }
     return count;
 }
