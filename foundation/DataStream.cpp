@@ -62,6 +62,11 @@ MemoryInput::MemoryInput(std::string bytes) : bytes_(std::move(bytes)) {}
 std::uint64_t MemoryInput::GetSize() { return bytes_.size(); }
 
 std::size_t MemoryInput::Read(void* buffer, std::size_t size) {
+    // A JSON reader asks for single bytes.
+    if (size == 1 && position_ < bytes_.size()) {
+        *static_cast<char*>(buffer) = bytes_[position_++];
+        return 1;
+    }
     const std::size_t taken = std::min(size, bytes_.size() - position_);
     std::copy_n(bytes_.data() + position_, taken, static_cast<char*>(buffer));
     position_ += taken;

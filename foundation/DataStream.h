@@ -33,6 +33,7 @@ public:
 /// Reads bytes kept in memory.
 class QUENZO_API MemoryInput : public RefCounted<IDataInput> {
 public:
+    /// Takes over the bytes.
     static SP<MemoryInput> Create(std::string bytes);
 
     std::uint64_t GetSize() override;
@@ -48,6 +49,7 @@ private:
 /// Collects bytes in memory.
 class QUENZO_API MemoryOutput : public RefCounted<IDataOutput> {
 public:
+    /// Without bytes yet.
     static SP<MemoryOutput> Create();
 
     void Write(const void* bytes, std::size_t size) override;
@@ -68,6 +70,7 @@ using FileHandle = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 /// another thing without a size, or fails while it is read.
 class QUENZO_API FileInput : public RefCounted<IDataInput> {
 public:
+    /// Opens the file and finds out its size.
     static SP<FileInput> Create(const ioPath& path);
 
     std::uint64_t GetSize() override;
@@ -85,6 +88,7 @@ private:
 /// written.
 class QUENZO_API FileOutput : public RefCounted<IDataOutput> {
 public:
+    /// Opens the file and empties it.
     static SP<FileOutput> Create(const ioPath& path);
 
     void Write(const void* bytes, std::size_t size) override;

@@ -13,14 +13,18 @@ namespace Quenzo::Core {
 /// character 0, and so does the point where an input breaks off before its stated size.
 class JsonQuenzoStreamIn {
 public:
+    /// A character is a byte.
     using Ch = char;
 
+    /// Reads the first character. The input must not be null.
     explicit JsonQuenzoStreamIn(SP<IDataInput> input) : input_(std::move(input)), size_(input_->GetSize()) {
         Advance();
     }
 
+    /// The character at hand, 0 at the end.
     Ch Peek() const noexcept { return current_; }
 
+    /// The character at hand, 0 at the end; goes on to the next one.
     Ch Take() {
         const Ch taken = current_;
         Advance();
@@ -30,13 +34,15 @@ public:
     /// The number of bytes taken from the input so far; the character at hand is the last of them.
     std::size_t Tell() const noexcept { return static_cast<std::size_t>(count_); }
 
-    // A reader that parses in place would call these; they are here because its code mentions them.
+    /// A reader that parses in place would call these; they are here because its code mentions them.
     Ch* PutBegin() {
         assert(false);
         return nullptr;
     }
+    /// See PutBegin.
     void Put(Ch /*unused*/) { assert(false); }
     void Flush() { assert(false); }
+    /// See PutBegin.
     std::size_t PutEnd(Ch* /*unused*/) {
         assert(false);
         return 0;
@@ -44,14 +50,12 @@ public:
 
 private:
     void Advance() {
-        if (count_ >= size_) {
-            current_ = '\0';
-        } else if (input_->Read(&current_, 1) == 1) {
+        if (count_ < size_ && input_->Read(&current_, 1) == 1) {
             ++count_;
-        } else {
-            current_ = '\0';
-            size_ = count_;
+            return;
         }
+        current_ = '\0';
+        size_ = count_;
     }
 
     SP<IDataInput> input_;
@@ -64,11 +68,15 @@ private:
 /// output.
 class JsonQuenzoStreamOut {
 public:
+    /// A character is a byte.
     using Ch = char;
 
+    /// The output must not be null.
     explicit JsonQuenzoStreamOut(SP<IDataOutput> output) : output_(std::move(output)) {}
 
+    /// Writes the character.
     void Put(Ch character) { output_->Write(&character, 1); }
+    /// Does nothing.
     void Flush() {}
 
 private:

@@ -7,19 +7,19 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
+#include <cstring>
 #include <memory>
 #include <new>
+#include <span>
 #include <utility>
 
 namespace Quenzo::Core {
 
 namespace {
 
-constexpr std::size_t kFirstChunk = 4;
-
-constexpr std::array kTypes = {PropertyTypes::None,  PropertyTypes::Bool,   PropertyTypes::Int64,
-                               PropertyTypes::Ratio, PropertyTypes::String, PropertyTypes::Node};
+// Most nodes fit into the first block, and a full description into two, so that a search by name is one short walk.
+constexpr std::size_t kFirstChunk = 8;
+constexpr std::size_t kNextChunk = 16;
 
 template <typename T>
 struct SetterTexts;
@@ -55,24 +55,33 @@ PropertyException NoSuchChild(const Property& parent, const std::string& child, 
     return failure;
 }
 
+// Keys of one size often begin alike (color_primaries, color_transfer), so their last bytes are looked at first.
+bool SameText(const std::string& left, const std::string& right) {
+    const std::size_t size = left.size();
+    return size == right.size() &&
+           (size == 0 || (left[size - 1] == right[size - 1] && std::memcmp(left.data(), right.data(), size) == 0));
+}
+
 // Two trees, or two lists of children, that are walked side by side without recursion.
 template <typename First, typename Second>
 using PairStack = boost::container::small_vector<std::pair<First, Second>, 16>;
 
 }  // namespace
 
-Property::ChildList::ChildList(const ChildList& other) : ChildList() {
+void Property::ChildList::CopyFrom(const ChildList& other) {
     PairStack<ChildList*, const ChildList*> pending;
     pending.emplace_back(this, &other);
     while (!pending.empty()) {
         const auto [target, source] = pending.back();
         pending.pop_back();
         target->Reserve(source->count);
-        for (const_iterator child(source->first, 0); child != const_iterator(); ++child) {
-            Property& copy = target->Emplace(ShallowCopy(), *child);
-            const ChildList* grandchildren = child->Children();
-            if (grandchildren != nullptr && grandchildren->count != 0) {
-                pending.emplace_back(copy.Children(), grandchildren);
+        for (Chunk* chunk = source->first; chunk != nullptr; chunk = chunk->next) {
+            for (const Property& child : std::span(chunk->Items(), chunk->used)) {
+                Property& copy = target->EmplaceInRoom(ShallowCopy(), child);
+                const ChildList* grandchildren = child.Children();
+                if (grandchildren != nullptr && grandchildren->count != 0) {
+                    pending.emplace_back(copy.Children(), grandchildren);
+                }
             }
         }
     }
@@ -117,15 +126,20 @@ void Property::ChildList::Reserve(std::size_t count_) {
 }
 
 template <typename... Arguments>
+Property& Property::ChildList::EmplaceInRoom(Arguments&&... arguments) {
+    auto* child = new (last->Items() + last->used) Property(std::forward<Arguments>(arguments)...);
+    ++last->used;
+    ++count;
+    return *child;
+}
+
+template <typename... Arguments>
 Property& Property::ChildList::Emplace(Arguments&&... arguments) {
     if (last != nullptr && last->used != last->capacity) {
-        auto* child = new (last->Items() + last->used) Property(std::forward<Arguments>(arguments)...);
-        ++last->used;
-        ++count;
-        return *child;
+        return EmplaceInRoom(std::forward<Arguments>(arguments)...);
     }
     ChildList grown;
-    grown.Reserve(std::max(kFirstChunk, count));
+    grown.Reserve(count == 0 ? kFirstChunk : std::max(kNextChunk, count));
     Property& child = grown.Emplace(std::forward<Arguments>(arguments)...);
     (last != nullptr ? last->next : first) = grown.first;
     last = grown.last;
@@ -162,20 +176,9 @@ Property::Property(std::string name, const char* value) : Property(std::move(nam
 
 Property::Property(std::string name, const boost::rational<long long>& value) : name_(std::move(name)), value_(value) {}
 
-Property::Property(const Property& other) = default;
-
-Property::Property(ShallowCopy /*unused*/, const Property& other) : name_(other.name_) {
-    if (other.Children() != nullptr) {
-        value_.emplace<ChildList>();
-    } else {
-        std::visit(
-            [this](const auto& value) {
-                using T = std::decay_t<decltype(value)>;
-                if constexpr (!std::same_as<T, ChildList>) {
-                    value_.emplace<T>(value);
-                }
-            },
-            other.value_);
+Property::Property(const Property& other) : Property(ShallowCopy(), other) {
+    if (const ChildList* children = other.Children()) {
+        Children()->CopyFrom(*children);
     }
 }
 
@@ -210,8 +213,6 @@ Property& Property::operator=(const boost::rational<long long>& value) {
     return *this;
 }
 
-PropertyTypes Property::GetType() const noexcept { return kTypes[value_.index()]; }
-
 template <typename T>
 const T& Property::Get(const char* method) const {
     const T* value = std::get_if<T>(&value_);
@@ -234,19 +235,20 @@ const std::string& Property::GetString() const { return Get<std::string>("GetStr
 
 boost::rational<long long> Property::GetRatio() const { return Get<boost::rational<long long>>("GetRatio"); }
 
-std::size_t Property::Count() const noexcept {
-    const ChildList* children = Children();
-    return children != nullptr ? children->count : 0;
-}
-
 bool Property::ChildExists(const std::string& name) const noexcept { return FindChild(name) != end(); }
 
 Property::iterator Property::FindChild(const std::string& name) noexcept {
-    iterator child = begin();
-    while (child != end() && child->name_ != name) {
-        ++child;
+    const ChildList* children = Children();
+    for (Chunk* chunk = children != nullptr ? children->first : nullptr; chunk != nullptr; chunk = chunk->next) {
+        Property* const items = chunk->Items();
+        Property* const behind = items + chunk->used;
+        Property* const found =
+            std::find_if(items, behind, [&name](const Property& child) { return SameText(child.name_, name); });
+        if (found != behind) {
+            return {chunk, static_cast<std::size_t>(found - items)};
+        }
     }
-    return child;
+    return end();
 }
 
 Property::const_iterator Property::FindChild(const std::string& name) const noexcept {
@@ -322,7 +324,7 @@ Property& Property::CreateChildT(const std::string& name, const T& value) {
 }
 
 bool Property::EqualsWithoutChildren(const Property& other) const {
-    if (name_ != other.name_ || value_.index() != other.value_.index()) {
+    if (!SameText(name_, other.name_) || value_.index() != other.value_.index()) {
         return false;
     }
     return std::visit(

@@ -5,6 +5,7 @@
 
 #include <boost/rational.hpp>
 
+#include <array>
 #include <concepts>
 #include <cstddef>
 #include <iosfwd>
@@ -36,7 +37,7 @@ concept PropertyInteger = std::integral<T> && !std::same_as<T, bool>;
 /// Trees of any depth can be copied, compared, printed and destroyed without using up the stack. A property is not
 /// locked: use one tree on one thread at a time.
 class QUENZO_API Property {
-    struct Chunk;
+    struct QUENZO_LOCAL Chunk;
 
     template <bool IsConst>
     class ChildIterator;
@@ -53,17 +54,21 @@ public:
     /// A node without children.
     explicit Property(std::string name);
 
+    /// A leaf with that value. Text is never taken for a boolean; a character pointer must not be null.
     Property(std::string name, std::string value);
     Property(std::string name, const char* value);
     Property(std::string name, std::nullptr_t) = delete;
     Property(std::string name, const boost::rational<long long>& value);
 
+    /// A leaf that holds true or false; nothing else turns into one.
     template <std::same_as<bool> B>
     Property(std::string name, B value) : name_(std::move(name)), value_(value) {}
 
+    /// A leaf that holds an integer.
     template <PropertyInteger I>
     Property(std::string name, I value) : name_(std::move(name)), value_(static_cast<long long>(value)) {}
 
+    /// Copies the whole tree, or takes it over.
     Property(const Property& other);
     Property(Property&& other) noexcept = default;
 
@@ -81,21 +86,25 @@ public:
     Property& operator=(std::nullptr_t) = delete;
     Property& operator=(const boost::rational<long long>& value);
 
+    /// The same for true and false.
     template <std::same_as<bool> B>
     Property& operator=(B value) {
         value_ = value;
         return *this;
     }
 
+    /// The same for integers.
     template <PropertyInteger I>
     Property& operator=(I value) {
         value_ = static_cast<long long>(value);
         return *this;
     }
 
+    /// The name; fixed once the property is made, except that assigning a whole tree brings its own.
     const std::string& GetName() const noexcept { return name_; }
 
-    PropertyTypes GetType() const noexcept;
+    /// What it holds.
+    PropertyTypes GetType() const noexcept { return kTypes[value_.index()]; }
 
     /// The value. Each raises PropertyException when the property is of another type; nothing is converted.
     bool GetBool() const;
@@ -104,13 +113,18 @@ public:
     boost::rational<long long> GetRatio() const;
 
     /// The number of direct children; 0 for a leaf.
-    std::size_t Count() const noexcept;
+    std::size_t Count() const noexcept {
+        const ChildList* children = Children();
+        return children != nullptr ? children->count : 0;
+    }
 
+    /// The direct children in their order; none for a leaf.
     iterator begin() noexcept;
     iterator end() noexcept;
     const_iterator begin() const noexcept;
     const_iterator end() const noexcept;
 
+    /// True when a direct child has that name.
     bool ChildExists(const std::string& name) const noexcept;
 
     /// The first direct child of that name, or end() when there is none.
@@ -156,21 +170,30 @@ public:
 private:
     struct ShallowCopy {};
 
-    // Keeps the children in blocks that are never reallocated: that is what holds references to siblings valid. A copy
-    // takes one block of the right size.
+    // Keeps the children in blocks that are never reallocated: that is what holds references to siblings valid.
     class ChildList {
     public:
         ChildList() = default;
-        ChildList(const ChildList& other);
+
+        // Makes an empty list, so that the copy of a value goes down one level only; CopyFrom brings the children.
+        ChildList(const ChildList& /*other*/) noexcept {}
+
         ChildList(ChildList&& other) noexcept;
         ChildList& operator=(const ChildList& other) = delete;
         ChildList& operator=(ChildList&& other) noexcept;
         ~ChildList();
 
+        /// Copies the children, and theirs to any depth, into an empty list; each list takes one block.
+        void CopyFrom(const ChildList& other);
+
         void Reserve(std::size_t count);
 
         template <typename... Arguments>
         Property& Emplace(Arguments&&... arguments);
+
+        // The same, for a list whose last block is known to have room.
+        template <typename... Arguments>
+        Property& EmplaceInRoom(Arguments&&... arguments);
 
         void Erase(iterator position) noexcept;
 
@@ -181,9 +204,11 @@ private:
 
     // In the order of PropertyTypes, whose number 5 is not used.
     using Value = std::variant<std::monostate, bool, long long, boost::rational<long long>, std::string, ChildList>;
+    static constexpr std::array kTypes = {PropertyTypes::None,  PropertyTypes::Bool,   PropertyTypes::Int64,
+                                          PropertyTypes::Ratio, PropertyTypes::String, PropertyTypes::Node};
 
     // Copies a leaf whole, and of a node the name alone.
-    Property(ShallowCopy, const Property& other);
+    Property(ShallowCopy /*unused*/, const Property& other) : name_(other.name_), value_(other.value_) {}
 
     const ChildList* Children() const noexcept { return std::get_if<ChildList>(&value_); }
     ChildList* Children() noexcept { return std::get_if<ChildList>(&value_); }
@@ -208,7 +233,7 @@ private:
 QUENZO_API void PrintCorePropertyValue(const Property& property, int indent, std::ostream& os, bool withTypes,
                                        bool withChildren);
 
-struct Property::Chunk {
+struct QUENZO_LOCAL Property::Chunk {
     Chunk* next;
     std::size_t used;
     std::size_t capacity;
@@ -216,6 +241,7 @@ struct Property::Chunk {
     Property* Items() noexcept { return reinterpret_cast<Property*>(this + 1); }
 };
 
+/// A forward iterator over children.
 template <bool IsConst>
 class Property::ChildIterator {
 public:
@@ -229,6 +255,7 @@ public:
 
     operator ChildIterator<true>() const noexcept requires(!IsConst) { return {chunk_, index_}; }
 
+    /// The child at which the iterator stands.
     reference operator*() const noexcept { return chunk_->Items()[index_]; }
     pointer operator->() const noexcept { return chunk_->Items() + index_; }
 

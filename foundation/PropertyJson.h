@@ -26,7 +26,8 @@ struct JsonParseResult {
 QUENZO_API JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, rapidjson::Document& document);
 
 /// Raises PropertyException when a tree cannot be written as a JSON value that stands at `level` of its document.
-QUENZO_API void RequireWritable(const Property& tree, int level);
+/// Returns whether any node of it has repeated names.
+QUENZO_API bool RequireWritable(const Property& tree, int level);
 
 /// True when two children of a node have the same name.
 QUENZO_API bool HasRepeatedNames(const Property& node);
@@ -42,9 +43,9 @@ void WriteKey(const std::string& name, Handler& handler) {
 }
 
 /// Sends the content of a tree to a RapidJSON handler: a writer, or a document that is being filled. The tree has
-/// passed RequireWritable, which also bounds the recursion.
+/// passed RequireWritable, which also bounds the recursion; names are compared again only where it found some repeated.
 template <typename Handler>
-void WriteContent(const Property& tree, Handler& handler) {
+void WriteContent(const Property& tree, bool repeatsNames, Handler& handler) {
     switch (tree.GetType()) {
         case PropertyTypes::None: handler.Null(); return;
         case PropertyTypes::Bool: handler.Bool(tree.GetBool()); return;
@@ -59,12 +60,12 @@ void WriteContent(const Property& tree, Handler& handler) {
         case PropertyTypes::Node: break;
     }
     const auto count = static_cast<rapidjson::SizeType>(tree.Count());
-    if (HasRepeatedNames(tree)) {
+    if (repeatsNames && HasRepeatedNames(tree)) {
         handler.StartArray();
         for (const Property& child : tree) {
             handler.StartObject();
             WriteKey(child.GetName(), handler);
-            WriteContent(child, handler);
+            WriteContent(child, repeatsNames, handler);
             handler.EndObject(1);
         }
         handler.EndArray(count);
@@ -73,7 +74,7 @@ void WriteContent(const Property& tree, Handler& handler) {
     handler.StartObject();
     for (const Property& child : tree) {
         WriteKey(child.GetName(), handler);
-        WriteContent(child, handler);
+        WriteContent(child, repeatsNames, handler);
     }
     handler.EndObject(count);
 }

@@ -4,6 +4,7 @@
 #include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
 
+#include <boost/container/small_vector.hpp>
 #include <boost/rational.hpp>
 
 #include <fmt/format.h>
@@ -171,15 +172,18 @@ JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, rapidjson::Document& docum
     return {outcome, error, reader.GetErrorOffset()};
 }
 
-void RequireWritable(const Property& tree, int level) {
-    std::vector<std::pair<const Property*, int>> pending = {{&tree, level}};
+bool RequireWritable(const Property& tree, int level) {
+    bool isRepeating = false;
+    boost::container::small_vector<std::pair<const Property*, int>, 32> pending = {{&tree, level}};
     while (!pending.empty()) {
         const auto [property, depth] = pending.back();
         pending.pop_back();
         const PropertyTypes type = property->GetType();
         const bool isContainer = type == PropertyTypes::Node || type == PropertyTypes::Ratio;
         // The one-member objects of a list with repeated names are a level of their own.
-        const int innermost = depth + (HasRepeatedNames(*property) ? 1 : 0);
+        const bool repeatsNames = HasRepeatedNames(*property);
+        isRepeating = isRepeating || repeatsNames;
+        const int innermost = depth + (repeatsNames ? 1 : 0);
         if (isContainer && innermost > PropertySerializer::MAX_DEPTH) {
             QUENZO_THROW(Unusable(*property, "Save",
                                   fmt::format("\"{}\" cannot be saved: it is {}", property->GetName(), TooDeep())));
@@ -193,15 +197,22 @@ void RequireWritable(const Property& tree, int level) {
             pending.emplace_back(&child, innermost + 1);
         }
     }
+    return isRepeating;
 }
 
 bool HasRepeatedNames(const Property& node) {
     constexpr std::size_t few = 24;
     if (node.Count() <= few) {
+        // One bit stands for many names, so that only a name whose bit is taken has to be searched.
+        std::uint64_t taken = 0;
         for (auto child = node.begin(); child != node.end(); ++child) {
-            if (node.FindChild(child->GetName()) != child) {
+            const std::string& name = child->GetName();
+            const auto last = name.empty() ? 0U : static_cast<unsigned char>(name.back());
+            const std::uint64_t bit = std::uint64_t{1} << (name.size() + std::size_t{5} * last) % 64;
+            if ((taken & bit) != 0 && node.FindChild(name) != child) {
                 return true;
             }
+            taken |= bit;
         }
         return false;
     }
@@ -216,10 +227,10 @@ bool HasRepeatedNames(const Property& node) {
 
 void PropertySerializer::Save(const Property& tree, rapidjson::Value& out,
                               rapidjson::Document::AllocatorType& allocator) {
-    RequireWritable(tree, 1);
+    const bool repeatsNames = RequireWritable(tree, 1);
     rapidjson::Document content(&allocator);
-    auto write = [&tree](rapidjson::Document& target) {
-        WriteContent(tree, target);
+    auto write = [&tree, repeatsNames](rapidjson::Document& target) {
+        WriteContent(tree, repeatsNames, target);
         return true;
     };
     out = static_cast<rapidjson::Value&>(content.Populate(write));
@@ -236,10 +247,10 @@ void PropertySerializer::CoreLoad(Property& tree, const rapidjson::Value& in) {
 }
 
 void PropertySerializer::Write(const Property& tree, const SP<IDataOutput>& output) {
-    RequireWritable(tree, 1);
+    const bool repeatsNames = RequireWritable(tree, 1);
     JsonQuenzoStreamOut stream(output);
     rapidjson::Writer<JsonQuenzoStreamOut> writer(stream);
-    WriteContent(tree, writer);
+    WriteContent(tree, repeatsNames, writer);
 }
 
 void PropertySerializer::Read(Property& tree, const SP<IDataInput>& input) {
@@ -268,7 +279,7 @@ void PropertySerializer::Fill(Property& target, const rapidjson::Value& in, int 
         case rapidjson::kNullType: return;
         case rapidjson::kFalseType:
         case rapidjson::kTrueType: target = in.GetBool(); return;
-        case rapidjson::kStringType: target = std::string(Text(in)); return;
+        case rapidjson::kStringType: target.value_.emplace<std::string>(Text(in)); return;
         case rapidjson::kNumberType:
             if (!in.IsInt64()) {
                 QUENZO_THROW(Unusable(

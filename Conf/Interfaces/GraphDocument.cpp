@@ -68,8 +68,16 @@ long long ReadId(const rapidjson::Value& element, const char* name) {
 
 // The tree of an element: what its "data" names, or an empty node called "data" when it names nothing.
 Core::Property ReadTree(const rapidjson::Value& element, const char* name) {
+    const rapidjson::Value* data = FindMember(element, name);
+    if (data != nullptr && data->IsObject() && data->MemberCount() == 1 && !data->MemberBegin()->value.IsNull()) {
+        // What Save writes: it needs no wrapper to be taken out of.
+        const auto& [treeName, content] = *data->MemberBegin();
+        Core::Property tree{std::string(treeName.GetString(), treeName.GetStringLength())};
+        Core::PropertySerializer::CoreLoad(tree, content);
+        return tree;
+    }
     Core::Property wrapper{std::string(name)};
-    if (const rapidjson::Value* data = FindMember(element, name); data != nullptr) {
+    if (data != nullptr) {
         Core::PropertySerializer::CoreLoad(wrapper, *data);
     }
     return wrapper.Count() != 0 ? std::move(wrapper[0]) : wrapper;
@@ -87,14 +95,14 @@ void WriteId(JsonWriter& writer, const char* name, long long id) {
     writer.Int64(id);
 }
 
-void WriteTree(JsonWriter& writer, const char* name, const Core::Property& tree) {
+void WriteTree(JsonWriter& writer, const char* name, const Core::Property& tree, bool repeatsNames) {
     if (IsEmptyTree(tree)) {
         return;
     }
     writer.Key(name);
     writer.StartObject();
     Core::WriteKey(tree.GetName(), writer);
-    Core::WriteContent(tree, writer);
+    Core::WriteContent(tree, repeatsNames, writer);
     writer.EndObject();
 }
 
@@ -102,11 +110,12 @@ void WriteTree(JsonWriter& writer, const char* name, const Core::Property& tree)
 
 void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output) const {
     // All that can be wrong with the trees is found before the first byte goes out.
+    bool repeatsNames = false;
     for (const Slot& slot : slots_) {
-        Core::RequireWritable(slot.vertex->meta.data, kTreeLevel);
+        repeatsNames |= Core::RequireWritable(slot.vertex->meta.data, kTreeLevel);
     }
     for (const Edge& edge : edges_) {
-        Core::RequireWritable(edge.meta.data, kTreeLevel);
+        repeatsNames |= Core::RequireWritable(edge.meta.data, kTreeLevel);
     }
     Core::JsonQuenzoStreamOut stream(output);
     JsonWriter writer(stream);
@@ -116,7 +125,7 @@ void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output)
     for (const Slot& slot : slots_) {
         writer.StartObject();
         WriteId(writer, ID, slot.id);
-        WriteTree(writer, DATA, slot.vertex->meta.data);
+        WriteTree(writer, DATA, slot.vertex->meta.data, repeatsNames);
         writer.EndObject();
     }
     writer.EndArray();
@@ -127,7 +136,7 @@ void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output)
         WriteId(writer, ID, edge.meta.id);
         WriteId(writer, FROM, edge.source->meta.id);
         WriteId(writer, TO, edge.target->meta.id);
-        WriteTree(writer, DATA, edge.meta.data);
+        WriteTree(writer, DATA, edge.meta.data, repeatsNames);
         writer.EndObject();
     }
     writer.EndArray();

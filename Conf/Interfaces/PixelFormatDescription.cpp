@@ -50,13 +50,28 @@ enum class Packing : std::uint8_t { OneSample, ThreeSamples, FourSamples, FourFl
 // The bytes that the pixel of a solid colour is made of, by their letters in the rows, and the blank for a zero.
 constexpr std::string_view kColorBytes = " RGBAYUVHL";
 
+// Bytes of a pixel: with samples of one byte in any plane but 1, and in plane 1; then the same with larger samples.
+using PixelBytes = std::array<std::uint8_t, 4>;
+
+constexpr PixelBytes BytesOf(Packing packing) {
+    switch (packing) {
+        case Packing::OneSample: break;
+        case Packing::ThreeSamples: return {3, 3, 6, 6};
+        case Packing::FourSamples: return {4, 4, 8, 8};
+        case Packing::FourFloats: return {16, 16, 16, 16};
+        case Packing::SemiPlanar: return {1, 2, 2, 4};
+        case Packing::Palette: return {1, 4, 2, 8};
+    }
+    return {1, 1, 2, 2};
+}
+
 struct PixelMemory {
-    Packing packing = Packing::OneSample;
+    PixelBytes bytes = BytesOf(Packing::OneSample);
     std::array<std::uint8_t, 4> color = {};  // indices into kColorBytes
 };
 
 constexpr PixelMemory MakePixelMemory(Packing packing, std::string_view colorBytes) {
-    PixelMemory memory = {packing, {}};
+    PixelMemory memory = {BytesOf(packing), {}};
     std::transform(colorBytes.begin(), colorBytes.end(), memory.color.begin(),
                    [](char letter) { return static_cast<std::uint8_t>(kColorBytes.find(letter)); });
     return memory;
@@ -76,25 +91,36 @@ static_assert(std::all_of(kMemory.begin(), kMemory.end(),
                           }),
               "a row mentions a letter that stands for no byte");
 
-// Anybody may make a description of an unlisted id; its planes hold one sample for a pixel.
-constexpr PixelMemory MemoryOf(PixFmt id) {
-    const std::size_t place = PlaceOf(id);
-    return place < kMemory.size() ? kMemory[place] : PixelMemory();
+// The same by id. Anybody may make a description of an unlisted id; its planes hold one sample for a pixel, as the last
+// row says.
+constexpr auto kMemoryOfIds = [] {
+    std::array<PixelMemory, kPlaces.size() + 1> memory = {};
+    for (std::size_t place = 0; place < kIds.size(); ++place) {
+        memory[static_cast<std::size_t>(kIds[place])] = kMemory[place];
+    }
+    return memory;
+}();
+
+const PixelMemory& MemoryOf(PixFmt id) {
+    return kMemoryOfIds[std::min(static_cast<std::size_t>(id), kMemoryOfIds.size() - 1)];
 }
 
 // A size divided by a power of two and rounded up.
 std::int32_t Subsampled(std::int32_t size, std::uint8_t log2) {
     // In 64 bits the negation of every size fits, and from 32 on every shift gives the same.
-    return static_cast<std::int32_t>(-(-std::int64_t{size} >> std::min<int>(log2, 32)));
+    return static_cast<std::int32_t>(-(-std::int64_t{size} >> std::min<unsigned>(log2, 32)));
 }
+
+// On its own, so that the functions below stay small enough to be put in place.
+[[noreturn]] void ThrowNoSuchPlane() { QUENZO_THROW(std::invalid_argument("Unexpected plane")); }
 
 // The width or the height of a plane, from that of the frame.
 std::int32_t PlaneSide(const PixFmtDescription& format, std::uint8_t plane, std::int32_t side, std::uint8_t log2Chroma,
                        std::int32_t paletteSide) {
     if (plane >= format.planes) {
-        QUENZO_THROW(std::invalid_argument("Unexpected plane"));
+        ThrowNoSuchPlane();
     }
-    if (format.id == PixFmt::PAL8 && plane == 1) {
+    if (plane == 1 && format.id == PixFmt::PAL8) [[unlikely]] {
         return paletteSide;
     }
     return plane == 1 || plane == 2 ? Subsampled(side, log2Chroma) : side;
@@ -192,16 +218,9 @@ std::int32_t PixFmtDescription::GetPlanHeight(std::int32_t height, std::uint8_t 
 
 std::int64_t PixFmtDescription::GetPlanWidthSize(std::int32_t width, std::uint8_t plane) const {
     const std::int64_t pixels = GetPlanWidth(width, plane);
-    const std::int64_t sampleSize = bits <= 8 ? 1 : 2;
-    switch (MemoryOf(id).packing) {
-        case Packing::OneSample: break;
-        case Packing::ThreeSamples: return 3 * sampleSize * pixels;
-        case Packing::FourSamples: return 4 * sampleSize * pixels;
-        case Packing::FourFloats: return 16 * pixels;
-        case Packing::SemiPlanar: return (plane == 1 ? 2 : 1) * sampleSize * pixels;
-        case Packing::Palette: return (plane == 1 ? 4 : 1) * sampleSize * pixels;
-    }
-    return sampleSize * pixels;
+    const std::size_t large = bits <= 8 ? 0 : 2;
+    const std::size_t second = plane == 1 ? 1 : 0;
+    return MemoryOf(id).bytes[large + second] * pixels;
 }
 
 std::int64_t PixFmtDescription::GetPlanFullSize(std::int32_t width, std::int32_t height, std::uint8_t plane) const {
@@ -236,7 +255,7 @@ PixColor PixFmtDescription::MakeColor(const PixColor& rgba) const {
                                                                 static_cast<std::uint8_t>(packed565 >> 8),
                                                                 static_cast<std::uint8_t>(packed565 & 0xFF)};
     PixColor color = {};
-    const PixelMemory memory = MemoryOf(id);
+    const PixelMemory& memory = MemoryOf(id);
     std::transform(memory.color.begin(), memory.color.end(), color.begin(),
                    [&bytes](std::uint8_t index) { return bytes[index]; });
     return color;

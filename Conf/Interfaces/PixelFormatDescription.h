@@ -42,7 +42,7 @@ struct QUENZO_API PixFmtDescription {
         Gray = 64,
     };
 
-    PixFmt id;
+    PixFmt id;                 ///< the number that descriptions hold
     std::string name;          ///< the text name, in capitals
     std::uint8_t components;   ///< number of colour components, alpha included
     std::uint8_t planes;       ///< number of planes in memory
@@ -51,7 +51,7 @@ struct QUENZO_API PixFmtDescription {
     std::uint8_t bits;         ///< significant bits of a component
     std::uint8_t shift;        ///< how far the significant bits are shifted up inside their storage word
     std::int32_t flags;        ///< sum of Flag values
-    PixelColorRange range;
+    PixelColorRange range;     ///< which part of the numbers carries picture
 
     /// The fields, in their order.
     PixFmtDescription(PixFmt formatId, std::string_view formatName, std::uint8_t componentCount,
