@@ -39,13 +39,6 @@ constexpr auto kAnimatedImages = std::to_array<Row>({
     {"org.webmproject.webp", FileText::FORMAT_AWEBP, {}},
 });
 
-template <std::size_t N>
-constexpr std::array<std::string_view, N> IdentifiersOf(const std::array<Row, N>& rows) {
-    std::array<std::string_view, N> identifiers;
-    std::transform(rows.begin(), rows.end(), identifiers.begin(), [](const Row& row) { return row.uti; });
-    return identifiers;
-}
-
 // The container and the codec.
 using Answer = std::pair<std::string, std::string>;
 
@@ -59,7 +52,7 @@ std::array<Answer, N + 1> AnswersOf(const std::array<Row, N>& rows) {
 }
 
 const Answer& FindStillImage(const std::string& uti) {
-    static constexpr TextIndex index(IdentifiersOf(kStillImages));
+    static constexpr TextIndex index(Detail::TextsOf(kStillImages, &Row::uti));
     static const auto answers = AnswersOf(kStillImages);
     const std::size_t place = index.Find(uti);
     if (place == kStillImages.size()) {
@@ -69,7 +62,7 @@ const Answer& FindStillImage(const std::string& uti) {
 }
 
 const Answer& FindAnimatedImage(const std::string& uti) {
-    static constexpr TextIndex index(IdentifiersOf(kAnimatedImages));
+    static constexpr TextIndex index(Detail::TextsOf(kAnimatedImages, &Row::uti));
     static const auto answers = AnswersOf(kAnimatedImages);
     return answers[index.Find(uti)];
 }

@@ -11,7 +11,6 @@
 
 #include <boost/rational.hpp>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -61,14 +60,7 @@ constexpr auto kModels = std::to_array<VideoBitrateModel>({
 
 static_assert(kModels.front().codecId == VideoText::CODEC_ID_H264, "the first serves the codecs without numbers");
 
-constexpr std::array<std::string_view, kModels.size()> ModelledCodecs() {
-    std::array<std::string_view, kModels.size()> ids;
-    std::transform(kModels.begin(), kModels.end(), ids.begin(),
-                   [](const VideoBitrateModel& model) { return model.codecId; });
-    return ids;
-}
-
-constexpr Detail::TextIndex kModelIndex(ModelledCodecs());
+constexpr Detail::TextIndex kModelIndex(Detail::TextsOf(kModels, &VideoBitrateModel::codecId));
 
 std::int64_t Truncate(double value) { return SaturatingTruncate<std::int64_t>(value); }
 

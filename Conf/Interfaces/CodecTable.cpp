@@ -1,19 +1,12 @@
 #include <Conf/Interfaces/CodecTable.h>
 
-#include <algorithm>
 #include <cstddef>
 
 namespace Quenzo::Detail {
 
 namespace {
 
-constexpr std::array<std::string_view, kCodecs.size()> CodecIds() {
-    std::array<std::string_view, kCodecs.size()> ids;
-    std::transform(kCodecs.begin(), kCodecs.end(), ids.begin(), [](const CodecRow& row) { return row.id; });
-    return ids;
-}
-
-constexpr TextIndex kCodecIndex(CodecIds());
+constexpr TextIndex kCodecIndex(TextsOf(kCodecs, &CodecRow::id));
 
 }  // namespace
 

@@ -1,20 +1,13 @@
 #include <Conf/Interfaces/FormatTable.h>
 #include <Conf/Interfaces/TextIndex.h>
 
-#include <algorithm>
 #include <cstddef>
 
 namespace Quenzo::Detail {
 
 namespace {
 
-constexpr std::array<std::string_view, kFormats.size()> FormatIds() {
-    std::array<std::string_view, kFormats.size()> ids;
-    std::transform(kFormats.begin(), kFormats.end(), ids.begin(), [](const FormatRow& row) { return row.id; });
-    return ids;
-}
-
-constexpr TextIndex kFormatIndex(FormatIds());
+constexpr TextIndex kFormatIndex(TextsOf(kFormats, &FormatRow::id));
 
 }  // namespace
 

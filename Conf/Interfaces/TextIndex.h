@@ -11,6 +11,14 @@
 
 namespace Quenzo::Detail {
 
+/// One text of each row of a table, for an index over it.
+template <typename Row, std::size_t N>
+constexpr std::array<std::string_view, N> TextsOf(const std::array<Row, N>& rows, std::string_view Row::*text) {
+    std::array<std::string_view, N> texts;
+    std::transform(rows.begin(), rows.end(), texts.begin(), [text](const Row& row) { return row.*text; });
+    return texts;
+}
+
 /// Tells at which place of a fixed table a text stands. Made by the compiler, as a perfect hash: the texts are spread
 /// over buckets, and for each bucket a displacement is searched for that puts its texts into free slots, so a look-up
 /// costs one hash, two loads and one comparison. The hash sees eight characters behind what all texts begin with and

@@ -6,11 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace Quenzo::Tests {
 namespace {
@@ -22,11 +19,6 @@ using testing::Not;
 using testing::StartsWith;
 
 const std::filesystem::path kProbes = QUENZO_TEST_PROBES;
-
-std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // The output of ffprobe for one stream with these members, and its description as the program prints it.
 std::string Described(const std::string& members) {

@@ -6,18 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace Quenzo::Tests {
 namespace {
 
 const std::filesystem::path kJobs = QUENZO_TEST_JOBS;
-
-std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class GoldenJob : public testing::TestWithParam<const char*> {};
 

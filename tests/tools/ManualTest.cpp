@@ -4,9 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 namespace Quenzo::Tests {
@@ -14,8 +13,7 @@ namespace {
 
 // A text file of the program's folder, without the backslashes that a manual page puts before its hyphens.
 std::string ReadText(const std::string& name) {
-    std::ifstream file(std::filesystem::path(QUENZO_TEST_TOOLS) / name);
-    std::string text(std::istreambuf_iterator<char>(file), {});
+    std::string text = ReadFile(std::filesystem::path(QUENZO_TEST_TOOLS) / name);
     std::erase(text, '\\');
     return text;
 }

@@ -9,14 +9,10 @@
 
 namespace Quenzo::Tests {
 
-namespace {
-
 std::string ReadFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
-
-}  // namespace
 
 ProgramResult RunProgram(const std::vector<std::string>& arguments, const std::string& input,
                          const std::vector<std::string>& environment) {

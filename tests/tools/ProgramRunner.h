@@ -15,6 +15,9 @@ using Testing::ProgramResult;
 ProgramResult RunProgram(const std::vector<std::string>& arguments, const std::string& input = {},
                          const std::vector<std::string>& environment = {});
 
+/// All bytes of a file; none when it cannot be read.
+std::string ReadFile(const std::filesystem::path& path);
+
 /// A folder of its own that goes away with the object.
 class TemporaryFolder {
 public:
