@@ -1,6 +1,8 @@
 // The graph: loading and saving documents beside RapidJSON alone through the same streams of one virtual call per byte,
 // and the topology check and the path search. The argument is the number of nodes; times grow in proportion to it.
 
+#include <bench/ForgetfulOutput.h>
+
 #include <Conf/Interfaces/GraphAlgorithms.h>
 #include <Conf/Interfaces/ITranscodingMetaGraph.h>
 #include <foundation/DataStream.h>
@@ -56,18 +58,6 @@ std::string MakeDocument(long long count) {
     return bytes->GetBytes();
 }
 
-// Counts bytes and forgets them, so that only the calls are measured.
-class CountingOutput : public RefCounted<Core::IDataOutput> {
-public:
-    void Write(const void* bytes, std::size_t size) override {
-        benchmark::DoNotOptimize(bytes);
-        count_ += size;
-    }
-
-private:
-    std::size_t count_ = 0;
-};
-
 void Finish(benchmark::State& state, std::size_t bytes) {
     state.SetComplexityN(state.range(0));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
@@ -98,7 +88,7 @@ void SaveDocument(benchmark::State& state) {
     const auto graph = MakeChain(state.range(0));
     const std::size_t size = MakeDocument(state.range(0)).size();
     for (auto _ : state) {
-        graph->Save(SP<CountingOutput>(new CountingOutput()));
+        graph->Save(Bench::MakeForgetfulOutput());
     }
     Finish(state, size);
 }
@@ -108,7 +98,7 @@ void SaveDocument_RapidJsonAlone(benchmark::State& state) {
     rapidjson::Document parsed;
     parsed.Parse(document.c_str());
     for (auto _ : state) {
-        Core::JsonQuenzoStreamOut stream(SP<CountingOutput>(new CountingOutput()));
+        Core::JsonQuenzoStreamOut stream(Bench::MakeForgetfulOutput());
         rapidjson::Writer<Core::JsonQuenzoStreamOut> writer(stream);
         parsed.Accept(writer);
     }
