@@ -64,7 +64,7 @@ using Member = std::string_view FormatExtension::*;
 constexpr std::size_t CountDifferent(Member member) {
     std::size_t count = 0;
     for (std::size_t place = 0; place < kPairs.size(); ++place) {
-        const auto before = kPairs.begin() + static_cast<std::ptrdiff_t>(place);
+        const auto* const before = kPairs.begin() + static_cast<std::ptrdiff_t>(place);
         const std::string_view text = kPairs[place].*member;
         const bool isNew = std::none_of(
             kPairs.begin(), before, [text, member](const FormatExtension& earlier) { return earlier.*member == text; });
