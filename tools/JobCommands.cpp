@@ -295,7 +295,10 @@ ExitStatus DiffJobs(const std::string& before, const std::string& after, bool as
     if (before == "-" && after == "-") {
         QUENZO_THROW(Failure(ExitStatus::WrongUsage, "only one of the two jobs can come from standard input"));
     }
-    const std::vector<Difference> differences = CompareJobs(*LoadJob(before), *LoadJob(after));
+    // One after the other: of two files that cannot be read, the first is named.
+    const auto old = LoadJob(before);
+    const auto present = LoadJob(after);
+    const std::vector<Difference> differences = CompareJobs(*old, *present);
     Report::Table table{"differences", {"change", "where", "path", "before", "after"}, {}};
     std::string text;
     for (const Difference& difference : differences) {

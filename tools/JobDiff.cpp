@@ -1,12 +1,9 @@
 #include <tools/JobDiff.h>
 
+#include <foundation/DataStream.h>
 #include <foundation/PropertySerializer.h>
 
 #include <fmt/format.h>
-
-#include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <map>
 #include <utility>
@@ -21,12 +18,9 @@ using Core::Property;
 using NodeId = ITranscodingMetaGraph::NodeId;
 
 std::string ToJson(const Property& tree) {
-    rapidjson::Document content;
-    Core::PropertySerializer::Save(tree, content, content.GetAllocator());
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    content.Accept(writer);
-    return {buffer.GetString(), buffer.GetSize()};
+    const auto output = Core::MemoryOutput::Create();
+    Core::PropertySerializer::Write(tree, output);
+    return output->GetBytes();
 }
 
 // A child's name, and how many of that name stand before it.

@@ -165,6 +165,12 @@ TEST(JobDiff, SeesNodesOfOneIdApart) {
     EXPECT_EQ(result.output, "~ node 1 (no. 2): data {} -> x {}\n");
 }
 
+TEST(JobDiff, NamesTheFirstFileThatCannotBeRead) {
+    const auto result = RunProgram({"job", "diff", "/nonexistent/a", "/nonexistent/b"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.messages, "quenzo-conf: cannot read \"/nonexistent/a\": No such file or directory\n");
+}
+
 TEST(JobDiff, RefusesStandardInputTwice) {
     const auto result = RunProgram({"job", "diff", "-", "-"});
     EXPECT_EQ(result.status, 2);
