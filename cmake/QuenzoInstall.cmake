@@ -14,6 +14,11 @@ foreach(library quenzo-foundation quenzo-conf)
     FILE_SET rows DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quenzo COMPONENT dev)
 endforeach()
 
+# Loaded by the library when it needs it: nobody links it.
+if(BUILD_SHARED_LIBS)
+  install(TARGETS quenzo-conf-log LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_SKIP)
+endif()
+
 install(EXPORT QuenzoConfTargets NAMESPACE Quenzo:: DESTINATION ${package_folder} COMPONENT dev)
 configure_package_config_file(cmake/QuenzoConfConfig.cmake.in ${PROJECT_BINARY_DIR}/QuenzoConfConfig.cmake
                               INSTALL_DESTINATION ${package_folder} NO_SET_AND_CHECK_MACRO

@@ -1,5 +1,7 @@
 # How every target of the project is built.
 
+include(CheckLinkerFlag)
+
 # Warnings, the language level and the rules that make results the same on every machine.
 function(quenzo_compile_settings target)
   target_compile_features(${target} PUBLIC cxx_std_20)
@@ -42,8 +44,30 @@ function(quenzo_library target)
                VERIFY_INTERFACE_HEADER_SETS ON
                INTERFACE_HEADER_SETS_TO_VERIFY HEADERS)
   quenzo_compile_settings(${target})
+  quenzo_fast_loading(${target})
+endfunction()
+
+# What keeps the time short that a shared library takes to load, and its file small.
+function(quenzo_fast_loading target)
   # Nobody may replace a function of the libraries by one of the same name: calls inside them are put in place or lead
-  # straight to their function, which also leaves the loader fewer names to look up.
-  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
-  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+  # straight to their function, which also leaves the loader few names to look up.
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition -ffunction-sections -fdata-sections
+                                           # A unique symbol would keep the library from ever being unloaded.
+                                           $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  set(interposed ${PROJECT_SOURCE_DIR}/cmake/interposed.list)
+  target_link_options(
+    ${target}
+    PRIVATE
+    -Wl,-Bsymbolic
+    -Wl,--dynamic-list=${interposed}
+    -Wl,--version-script=${exports}
+    -Wl,--gc-sections
+    -Wl,-O1)
+  set_target_properties(${target} PROPERTIES LINK_DEPENDS "${exports};${interposed}")
+  # Addresses that only depend on where the library lies take a bit each instead of 24 bytes.
+  check_linker_flag(CXX "-Wl,--fatal-warnings,-z,pack-relative-relocs" QUENZO_HAS_PACKED_RELOCATIONS)
+  if(QUENZO_HAS_PACKED_RELOCATIONS)
+    target_link_options(${target} PRIVATE -Wl,-z,pack-relative-relocs)
+  endif()
 endfunction()

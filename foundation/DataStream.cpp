@@ -1,8 +1,7 @@
 #include <foundation/DataStream.h>
 
+#include <foundation/Format.h>
 #include <foundation/Throw.h>
-
-#include <fmt/format.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,7 +18,7 @@ namespace {
 
 StreamException Failure(const char* verb, const ioPath& path, const std::string& reason) {
     StreamException failure;
-    failure << Exception::TagDescription(fmt::format("cannot {} \"{}\": {}", verb, path.utf8string(), reason));
+    failure << Exception::TagDescription(Detail::Format("cannot {} \"{}\": {}", verb, path.utf8string(), reason));
     return failure;
 }
 

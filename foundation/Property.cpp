@@ -1,10 +1,9 @@
 #include <foundation/Property.h>
 
+#include <foundation/Format.h>
 #include <foundation/Throw.h>
 
 #include <boost/container/small_vector.hpp>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <cstring>
@@ -219,7 +218,7 @@ const T& Property::Get(const char* method) const {
     if (value == nullptr) {
         PropertyException failure;
         failure << Exception::TagDescription(
-                       fmt::format("{} does not apply to \"{}\", which holds another type", method, name_))
+                       Detail::Format("{} does not apply to \"{}\", which holds another type", method, name_))
                 << PropertyException::TagPropertyName(name_) << PropertyException::TagPropertyType(GetType())
                 << PropertyException::TagMethodName(method);
         QUENZO_THROW(failure);
@@ -258,7 +257,7 @@ Property::const_iterator Property::FindChild(const std::string& name) const noex
 Property& Property::operator[](const std::string& name) {
     const iterator child = FindChild(name);
     if (child == end()) {
-        QUENZO_THROW(NoSuchChild(*this, name, fmt::format("\"{}\" has no child \"{}\"", name_, name)));
+        QUENZO_THROW(NoSuchChild(*this, name, Detail::Format("\"{}\" has no child \"{}\"", name_, name)));
     }
     return *child;
 }
@@ -267,8 +266,9 @@ const Property& Property::operator[](const std::string& name) const { return con
 
 Property& Property::operator[](std::size_t index) {
     if (index >= Count()) {
-        QUENZO_THROW(NoSuchChild(*this, std::to_string(index),
-                                 fmt::format("\"{}\" has no child at position {}: it has {}", name_, index, Count())));
+        QUENZO_THROW(
+            NoSuchChild(*this, std::to_string(index),
+                        Detail::Format("\"{}\" has no child at position {}: it has {}", name_, index, Count())));
     }
     Chunk* chunk = Children()->first;
     for (; index >= chunk->used; chunk = chunk->next) {

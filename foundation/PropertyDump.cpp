@@ -1,3 +1,4 @@
+#include <foundation/Format.h>
 #include <foundation/Property.h>
 
 #include <boost/locale/utf.hpp>
@@ -82,7 +83,7 @@ std::string ValueText(const Property& leaf) {
         case PropertyTypes::Bool: return leaf.GetBool() ? "true" : "false";
         case PropertyTypes::Int64: return std::to_string(leaf.GetInt64());
         case PropertyTypes::Ratio:
-            return fmt::format("{}/{}", leaf.GetRatio().numerator(), leaf.GetRatio().denominator());
+            return Detail::Format("{}/{}", leaf.GetRatio().numerator(), leaf.GetRatio().denominator());
         case PropertyTypes::String: return Escaped(leaf.GetString());
         case PropertyTypes::None:
         case PropertyTypes::Node: break;

@@ -1,13 +1,12 @@
 #include <foundation/PropertySerializer.h>
 
+#include <foundation/Format.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
 
 #include <boost/container/small_vector.hpp>
 #include <boost/rational.hpp>
-
-#include <fmt/format.h>
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
@@ -109,7 +108,7 @@ PropertyException Unusable(const Property& property, const char* method, const s
     return failure;
 }
 
-std::string TooDeep() { return fmt::format("nested deeper than {} levels", PropertySerializer::MAX_DEPTH); }
+std::string TooDeep() { return Detail::Format("nested deeper than {} levels", PropertySerializer::MAX_DEPTH); }
 
 std::string_view Text(const rapidjson::Value& string) { return {string.GetString(), string.GetStringLength()}; }
 
@@ -145,7 +144,7 @@ std::string Describe(const rapidjson::Value& number) {
     if (number.IsUint64()) {
         return std::to_string(number.GetUint64());
     }
-    std::string text = fmt::format("{}", number.GetDouble());
+    std::string text = Detail::Format("{}", number.GetDouble());
     return text.find_first_of(".e") != std::string::npos ? text : text + ".0";
 }
 
@@ -186,7 +185,7 @@ bool RequireWritable(const Property& tree, int level) {
         const int innermost = depth + (repeatsNames ? 1 : 0);
         if (isContainer && innermost > PropertySerializer::MAX_DEPTH) {
             QUENZO_THROW(Unusable(*property, "Save",
-                                  fmt::format("\"{}\" cannot be saved: it is {}", property->GetName(), TooDeep())));
+                                  Detail::Format("\"{}\" cannot be saved: it is {}", property->GetName(), TooDeep())));
         }
         constexpr std::size_t longest = std::numeric_limits<rapidjson::SizeType>::max();
         if (property->GetName().size() > longest ||
@@ -260,7 +259,7 @@ void PropertySerializer::Read(Property& tree, const SP<IDataInput>& input) {
     if (result.outcome != JsonParsing::Done) {
         const std::string reason =
             result.outcome == JsonParsing::TooDeep ? TooDeep() : std::string(rapidjson::GetParseError_En(result.error));
-        QUENZO_THROW(Unusable(tree, "Read", fmt::format("no JSON at byte {}: {}", result.offset, reason)));
+        QUENZO_THROW(Unusable(tree, "Read", Detail::Format("no JSON at byte {}: {}", result.offset, reason)));
     }
     CoreLoad(tree, document);
 }
@@ -273,7 +272,7 @@ Property& PropertySerializer::AddChild(Property& parent, const rapidjson::Value&
 
 void PropertySerializer::Fill(Property& target, const rapidjson::Value& in, int level) {
     if (level > MAX_DEPTH && (in.IsObject() || in.IsArray())) {
-        QUENZO_THROW(Unusable(target, "CoreLoad", fmt::format("\"{}\" is {}", target.name_, TooDeep())));
+        QUENZO_THROW(Unusable(target, "CoreLoad", Detail::Format("\"{}\" is {}", target.name_, TooDeep())));
     }
     switch (in.GetType()) {
         case rapidjson::kNullType: return;
@@ -284,7 +283,7 @@ void PropertySerializer::Fill(Property& target, const rapidjson::Value& in, int 
             if (!in.IsInt64()) {
                 QUENZO_THROW(Unusable(
                     target, "CoreLoad",
-                    fmt::format("\"{}\" holds {}, which is no signed 64-bit integer", target.name_, Describe(in))));
+                    Detail::Format("\"{}\" holds {}, which is no signed 64-bit integer", target.name_, Describe(in))));
             }
             target = in.GetInt64();
             return;
@@ -306,9 +305,9 @@ void PropertySerializer::FillFromArray(Property& target, const rapidjson::Value&
         if (!ratio) {
             QUENZO_THROW(
                 Unusable(target, "CoreLoad",
-                         fmt::format("\"{}\" holds [{},{}], which is no rational of signed 64-bit integers",
-                                     target.name_, top.IsInt64() ? std::to_string(top.GetInt64()) : Describe(top),
-                                     bottom.IsInt64() ? std::to_string(bottom.GetInt64()) : Describe(bottom))));
+                         Detail::Format("\"{}\" holds [{},{}], which is no rational of signed 64-bit integers",
+                                        target.name_, top.IsInt64() ? std::to_string(top.GetInt64()) : Describe(top),
+                                        bottom.IsInt64() ? std::to_string(bottom.GetInt64()) : Describe(bottom))));
         }
         target = *ratio;
         return;
@@ -316,12 +315,12 @@ void PropertySerializer::FillFromArray(Property& target, const rapidjson::Value&
     if (!IsChildList(in)) {
         QUENZO_THROW(
             Unusable(target, "CoreLoad",
-                     fmt::format("\"{}\" holds an array that is neither a rational [numerator,denominator] nor "
-                                 "a list of one-member objects",
-                                 target.name_)));
+                     Detail::Format("\"{}\" holds an array that is neither a rational [numerator,denominator] nor "
+                                    "a list of one-member objects",
+                                    target.name_)));
     }
     if (level >= MAX_DEPTH) {
-        QUENZO_THROW(Unusable(target, "CoreLoad", fmt::format("\"{}\" is {}", target.name_, TooDeep())));
+        QUENZO_THROW(Unusable(target, "CoreLoad", Detail::Format("\"{}\" is {}", target.name_, TooDeep())));
     }
     target.value_.emplace<Property::ChildList>().Reserve(in.Size());
     for (const rapidjson::Value& element : in.GetArray()) {

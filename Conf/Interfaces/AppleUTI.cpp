@@ -1,10 +1,9 @@
 #include <Conf/Interfaces/AppleUTI.h>
 
+#include <Conf/Interfaces/Log.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
-
-#include <fmt/format.h>
-#include <glog/logging.h>
+#include <foundation/Format.h>
 
 #include <algorithm>
 #include <array>
@@ -39,6 +38,9 @@ constexpr auto kAnimatedImages = std::to_array<Row>({
     {"org.webmproject.webp", FileText::FORMAT_AWEBP, {}},
 });
 
+// The level of verbose logging that speaks of unknown identifiers.
+constexpr int kUnknownLevel = 30;
+
 // The container and the codec.
 using Answer = std::pair<std::string, std::string>;
 
@@ -55,8 +57,9 @@ const Answer& FindStillImage(const std::string& uti) {
     static constexpr TextIndex index(Detail::TextsOf(kStillImages, &Row::uti));
     static const auto answers = AnswersOf(kStillImages);
     const std::size_t place = index.Find(uti);
-    if (place == kStillImages.size()) {
-        VLOG(30) << fmt::format("Unknown Universal Type Identifier: '{}'", uti);
+    if (place == kStillImages.size() && Detail::Log().isVerbose(kUnknownLevel)) {
+        Detail::Log().inform(__FILE__, __LINE__,
+                             Detail::Format("Unknown Universal Type Identifier: '{}'", uti).c_str());
     }
     return answers[place];
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Conf/Interfaces/Vocabulary/Texts.h>
+
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -21,6 +23,18 @@ inline constexpr std::string_view Unnamed;
 inline constexpr auto kFormats = std::to_array<FormatRow>({
 #define QUENZO_FORMAT(name, value, kind, display, meaning) {value, FormatClass::kind, display},
 #include <Conf/Interfaces/Vocabulary/FileFormats.def>
+});
+
+/// An extension that files of a container have, without a dot.
+struct FormatExtension {
+    std::string_view format;
+    std::string_view extension;
+};
+
+/// In the order of preference, see FormatExtensions.def.
+inline constexpr auto kFormatExtensions = std::to_array<FormatExtension>({
+#define QUENZO_EXTENSION(format, extension) {FileText::format, extension},
+#include <Conf/Interfaces/FormatExtensions.def>
 });
 
 /// The row of a container, or null when no constant has that value.

@@ -1,12 +1,11 @@
 #include <Conf/Interfaces/GrahpImpl.h>
 
 #include <Conf/Interfaces/Exceptions.h>
+#include <foundation/Format.h>
 #include <foundation/JsonStream.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/PropertySerializer.h>
 #include <foundation/Throw.h>
-
-#include <fmt/format.h>
 
 #include <rapidjson/document.h>
 #include <rapidjson/writer.h>
@@ -61,7 +60,7 @@ long long ReadId(const rapidjson::Value& element, const char* name) {
     }
     constexpr double limit = 9223372036854775808.0;
     if (number <= -limit || number >= limit) {
-        QUENZO_THROW(Malformed(fmt::format("The value of {} does not fit in 64 bits: {:.0f}", name, number)));
+        QUENZO_THROW(Malformed(Detail::Format("The value of {} does not fit in 64 bits: {:.0f}", name, number)));
     }
     return static_cast<long long>(number);
 }
@@ -151,7 +150,7 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
     rapidjson::Document document;
     if (Core::ParseJson(stream, document).outcome == Core::JsonParsing::TooDeep) {
         QUENZO_THROW(Malformed(
-            fmt::format("The document is nested deeper than {} levels.", Core::PropertySerializer::MAX_DEPTH)));
+            Detail::Format("The document is nested deeper than {} levels.", Core::PropertySerializer::MAX_DEPTH)));
     }
     if (!document.IsObject()) {
         QUENZO_THROW(Malformed("The root node must be an object."));

@@ -1,5 +1,6 @@
 #include <Conf/Interfaces/IFormatCodecVideo.h>
 
+#include <foundation/Format.h>
 #include <foundation/StringUtils.h>
 
 #include <fmt/format.h>
@@ -194,7 +195,7 @@ void IFormatCodecVideo::SetDisplayMatrix(const DisplayMatrix& matrix) {
     if (matrix.IsDefault()) {
         Tree().RemoveChild(TAG_DISPLAYMATRIX);
     } else {
-        Tree().SetChildT<std::string>(TAG_DISPLAYMATRIX, fmt::format("{}", fmt::join(matrix.m, ":")));
+        Tree().SetChildT<std::string>(TAG_DISPLAYMATRIX, Detail::Format("{}", fmt::join(matrix.m, ":")));
     }
 }
 

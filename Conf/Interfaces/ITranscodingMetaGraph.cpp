@@ -1,10 +1,9 @@
 #include <Conf/Interfaces/ITranscodingMetaGraph.h>
 
 #include <Conf/Interfaces/GrahpImpl.h>
+#include <Conf/Interfaces/Log.h>
 #include <Conf/Interfaces/Vocabulary/FileVocabulary.h>
 #include <foundation/Throw.h>
-
-#include <glog/logging.h>
 
 #include <stdexcept>
 #include <string>
@@ -100,7 +99,7 @@ Core::Property ITranscodingMetaGraph::MakeOutFileDescription(const SP<const IPre
     tree.RemoveChild(IPreset::KEY_STREAMS);
     tree.SetChildT<std::string>(KEY_FILEPATH, path.utf8string());
     if (losslessToDvd) {
-        LOG(INFO) << "Replacing output format for lossless conversion to DVD";
+        Detail::Log().inform(__FILE__, __LINE__, "Replacing output format for lossless conversion to DVD");
         tree.SetChildT<std::string>(FileVocabulary::TAG_CONTAINER, FileVocabulary::FORMAT_DVD);
     }
     return tree;

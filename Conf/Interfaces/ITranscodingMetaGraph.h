@@ -132,7 +132,7 @@ public:
     static void AddSlaveStreamIndex(Core::Property& master, const Core::Property& settings, unsigned int slaveIndex);
 
 private:
-    class GrahpImpl;
+    class QUENZO_LOCAL GrahpImpl;
 
     RefCountImpl counter_;
     std::unique_ptr<GrahpImpl> impl_;

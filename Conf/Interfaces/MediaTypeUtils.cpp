@@ -1,11 +1,11 @@
 #include <Conf/Interfaces/MediaTypeUtils.h>
 
+#include <Conf/Interfaces/FormatTable.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
+#include <foundation/Format.h>
 #include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
@@ -19,6 +19,8 @@ namespace Quenzo::Conf {
 namespace {
 
 using Detail::FileText;
+using Detail::FormatExtension;
+using Detail::kFormatExtensions;
 using Detail::TextIndex;
 using Strings = std::vector<std::string>;
 
@@ -48,26 +50,17 @@ const Group* FindGroup(const std::string& name) {
     return found != kGroups.end() ? found : nullptr;
 }
 
-struct FormatExtension {
-    std::string_view format;
-    std::string_view extension;
-};
-
-constexpr auto kPairs = std::to_array<FormatExtension>({
-#define QUENZO_EXTENSION(format, extension) {FileText::format, extension},
-#include <Conf/Interfaces/FormatExtensions.def>
-});
-
 using Member = std::string_view FormatExtension::*;
 
 // How many different texts the pairs have in one member.
 constexpr std::size_t CountDifferent(Member member) {
     std::size_t count = 0;
-    for (std::size_t place = 0; place < kPairs.size(); ++place) {
-        const auto* const before = kPairs.begin() + static_cast<std::ptrdiff_t>(place);
-        const std::string_view text = kPairs[place].*member;
-        const bool isNew = std::none_of(
-            kPairs.begin(), before, [text, member](const FormatExtension& earlier) { return earlier.*member == text; });
+    for (std::size_t place = 0; place < kFormatExtensions.size(); ++place) {
+        const auto* const before = kFormatExtensions.begin() + static_cast<std::ptrdiff_t>(place);
+        const std::string_view text = kFormatExtensions[place].*member;
+        const bool isNew =
+            std::none_of(kFormatExtensions.begin(), before,
+                         [text, member](const FormatExtension& earlier) { return earlier.*member == text; });
         count += isNew ? 1 : 0;
     }
     return count;
@@ -80,7 +73,7 @@ template <std::size_t N>
 class PairIndex {
 public:
     PairIndex(const TextIndex<N>& index, Member from, Member to) : index_(index) {
-        for (const FormatExtension& pair : kPairs) {
+        for (const FormatExtension& pair : kFormatExtensions) {
             found_[index_.Find(pair.*from)].emplace_back(pair.*to);
         }
     }
@@ -110,7 +103,7 @@ template <std::size_t N>
 constexpr std::array<std::string_view, N> Different(Member member) {
     std::array<std::string_view, N> texts;
     std::size_t count = 0;
-    for (const FormatExtension& pair : kPairs) {
+    for (const FormatExtension& pair : kFormatExtensions) {
         const auto end = texts.begin() + static_cast<std::ptrdiff_t>(count);
         if (std::find(texts.begin(), end, pair.*member) == end) {
             texts[count++] = pair.*member;
@@ -126,7 +119,7 @@ constexpr bool AreFoldedAndShort(const FormatExtension& pair) {
     return isFolded(pair.format) && isFolded(pair.extension);
 }
 
-static_assert(std::all_of(kPairs.begin(), kPairs.end(), AreFoldedAndShort));
+static_assert(std::all_of(kFormatExtensions.begin(), kFormatExtensions.end(), AreFoldedAndShort));
 
 constexpr std::size_t kFormats = CountDifferent(&FormatExtension::format);
 constexpr std::size_t kExtensions = CountDifferent(&FormatExtension::extension);
@@ -173,7 +166,7 @@ const Strings& GetFormatsByExtension(const std::string& extension) {
 const std::string& GetDefaultFileExtensionForContainer(const std::string& container) {
     const Strings& extensions = GetExtensionsByFormat(container);
     if (extensions.empty()) {
-        QUENZO_THROW(std::invalid_argument(fmt::format("Unknown media container name: {}", container)));
+        QUENZO_THROW(std::invalid_argument(Detail::Format("Unknown media container name: {}", container)));
     }
     return extensions.front();
 }

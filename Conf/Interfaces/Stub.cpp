@@ -6,9 +6,8 @@
 #include <Conf/Interfaces/IPreset.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
+#include <foundation/Format.h>
 #include <foundation/Throw.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
@@ -192,10 +191,12 @@ std::unordered_set<std::string> ImageContainers(bool animated) {
 }
 
 std::vector<std::pair<std::string, std::string>> FormatExtensions() {
-    return {
-#define QUENZO_EXTENSION(format, extension) {std::string(FileText::format), extension},
-#include <Conf/Interfaces/FormatExtensions.def>
-    };
+    std::vector<std::pair<std::string, std::string>> pairs;
+    pairs.reserve(Detail::kFormatExtensions.size());
+    for (const Detail::FormatExtension& row : Detail::kFormatExtensions) {
+        pairs.emplace_back(row.format, row.extension);
+    }
+    return pairs;
 }
 
 bool IsListed(const std::string& codecId, CodecKind kind) {
@@ -398,7 +399,7 @@ bool IsAudioBitrateRequired(const std::string& codecId) {
     }
     if (!IsAudioCodec(codecId)) {
         QUENZO_THROW(FormatException() << Exception::TagDescription(
-                         fmt::format("Provided audio codec id is not found in list:{}", codecId)));
+                         Detail::Format("Provided audio codec id is not found in list:{}", codecId)));
     }
     return true;
 }

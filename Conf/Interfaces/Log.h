@@ -1,0 +1,29 @@
+#pragma once
+
+// The library's few log lines go through glog. Loading glog takes longer than loading the library, and most processes
+// never log a line, so glog stands behind a library of its own that is loaded with the first line. A static build links
+// it directly.
+
+#include <foundation/Export.h>
+
+#include <string>
+
+namespace Quenzo::Detail {
+
+/// What the logging library does for this one.
+struct LogFunctions {
+    /// Writes an informational line. The file and the line number are those of the code that reports.
+    void (*inform)(const char* file, int line, const char* text);
+
+    /// True when verbose lines of that level are wanted.
+    bool (*isVerbose)(int level);
+};
+
+/// Loads glog when called first, from any thread. When the logging library is not installed, informational lines go to
+/// the standard error and no verbose lines are wanted.
+const LogFunctions& Log();
+
+}  // namespace Quenzo::Detail
+
+/// The functions as glog fulfils them.
+extern "C" QUENZO_API const Quenzo::Detail::LogFunctions quenzoConfGlog;
