@@ -77,7 +77,7 @@ def _opening(head):
 def _declaration(head):
     """The name of a constant, or of a function with default arguments, that is declared without braces; or none."""
     texts = [token.text for token in head]
-    if not texts or texts[0] in ("static_assert", "using", "friend", "template", "typedef", "extern", "QUENZO_SETTER_TEXTS"):
+    if not texts or "static_assert" in texts or "enum" in texts or texts[0] in ("using", "friend", "template", "typedef", "extern", "QUENZO_SETTER_TEXTS"):
         return None
     if texts[-2:] == ["=", "0"]:
         return None
@@ -102,12 +102,12 @@ def units(text):
             last_name = name or last_name
             stack.append(kind)
             opened_at = place
-            head_start = place + 1
+            head_start = head_start if kind == "other" else place + 1
         elif token.text == "}" and stack:
             kind = stack.pop()
             if kind in ("function", "table"):
                 found.append(Unit(last_name, kind, tokens[opened_at : place + 1], opened_head))
-            if not stack or stack[-1] == "scope":
+            if kind != "other" and (not stack or stack[-1] == "scope"):
                 head_start = place + 1
         elif token.text == ";" and declaring:
             head = tokens[head_start:place]

@@ -19,15 +19,18 @@ import subprocess
 import threading
 import time
 from pathlib import Path
+from typing import NamedTuple
 
 MEMORY_LIMIT = 6 << 30
+SLOW = 0.3  # seconds that a test takes
 CONFIGURATION = [
     "-G", "Ninja", "-DCMAKE_CXX_COMPILER=g++", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DBUILD_SHARED_LIBS=ON",
     "-DQUENZO_WERROR=OFF", "-DQUENZO_BUILD_EXAMPLES=OFF", "-DQUENZO_INSTALL=OFF", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
     # The library of a mutant is found through the environment, which only this kind of path lets pass.
     "-DCMAKE_EXE_LINKER_FLAGS=-Wl,--enable-new-dtags", "-DCMAKE_SHARED_LINKER_FLAGS=-Wl,--enable-new-dtags",
 ]  # fmt: skip
-LIBRARIES = {"quenzo-conf": "Conf/Interfaces/libquenzo-conf.so", "quenzo-foundation": "foundation/libquenzo-foundation.so"}
+STARTS_PROGRAMS = ("docs-tests", "tool-tests")
+LIBRARIES = ("quenzo-conf", "quenzo-foundation")
 
 
 class DoesNotCompile(Exception):
@@ -61,7 +64,8 @@ class Unit:
 
 
 class Workshop:
-    def __init__(self, root, folder):
+    def __init__(self, root, folder, quick=False):
+        self.quick = quick
         self.root, self.folder = Path(root), Path(folder)
         self.source, self.build, self.stubs = self.folder / "source", self.folder / "build", self.folder / "stubs"
         self.helpers_lock = threading.Lock()
@@ -82,11 +86,13 @@ class Workshop:
             unit.is_test = bool(re.search(r"^(?:TEST|TEST_F|TEST_P|TYPED_TEST|RC_GTEST_\w+)\(", Path(unit.file).read_text(), re.MULTILINE))
             unit.text, unit.includes = self._preprocess(unit, self.source)
         self._read_links()
+        self._precompile()
 
     def files(self):
-        """The files of the checkout, as they are now."""
+        """The files of the checkout, as they are now, without the scripts, which neither the build nor a test program reads."""
         listed = _run(["git", "-C", self.root, "ls-files", "-co", "--exclude-standard", "-z"]).stdout
-        return sorted(file for file in listed.split("\0") if file and (self.root / file).is_file())
+        return sorted(file for file in listed.split("\0")
+                      if file and not file.startswith("scripts/") and (self.root / file).is_file())  # fmt: skip
 
     def _copy_checkout(self):
         files = self.files()
@@ -108,6 +114,25 @@ class Workshop:
                 if not (self.source / name).exists() and not (path.parent / name).exists() and not stub.exists():
                     stub.parent.mkdir(parents=True, exist_ok=True)
                     stub.touch()
+
+    def _precompile(self):
+        """The system headers of the libraries, read once for all mutants."""
+        self.headers = {}
+        for target in LIBRARIES:
+            units = [unit for unit in self.units if unit.target == target]
+            texts = [(self.source / name).read_text() for name in {name for unit in units for name in unit.includes}]
+            names = {name for text in texts for name in re.findall(r"^#include <(.*)>", text, re.MULTILINE)}
+            header = self.folder / "headers" / f"{target}.h"
+            header.parent.mkdir(exist_ok=True)
+            text = "".join(f"#include <{name}>\n" for name in sorted(names) if not (self.source / name).exists())
+            made = Path(f"{header}.gch")
+            if not made.exists() or header.read_text() != text:
+                header.write_text(text)
+                words = shlex.split(units[0].command)
+                words[words.index("-o") + 1 :] = [str(made), "-x", "c++-header", str(header)]
+                if _run(words, cwd=self.build).returncode != 0:
+                    continue
+            self.headers[target] = ["-include", str(header)]
 
     def _preprocess(self, unit, source):
         """The unit's own text with its macros expanded, and the files of the project that it is made of."""
@@ -152,14 +177,38 @@ class Workshop:
     # The tests of the checkout, which have to pass and tell how long they take.
 
     def measure(self):
-        self.seconds = {}
+        self.tests = {}
         for target, output in self.programs.items():
-            begin = time.monotonic()
-            status, printed = self._run_program(self.build / output, self.build / output, {}, 600)
-            if status != "passed":
-                raise SystemExit(f"{target} fails without a mutant:\n{printed[-3000:]}")
-            self.seconds[target] = time.monotonic() - begin
-            print(f"{self.seconds[target]:6.1f} s  {target} passes without a mutant", flush=True)
+            report = self.folder / f"{target}.json"
+            if not self._is_newest(report):
+                status, printed = self._run_program(self.build / output, self.build / output, [f"--gtest_output=json:{report}"], {}, 600)
+                if status != "passed":
+                    report.unlink(missing_ok=True)
+                    raise SystemExit(f"{target} fails without a mutant:\n{printed[-3000:]}")
+            self.tests[target] = {
+                f"{suite['name']}.{test['name']}": float(test["time"][:-1])
+                for suite in json.loads(report.read_text())["testsuites"] for test in suite["testsuite"]}  # fmt: skip
+            print(f"{sum(self.tests[target].values()):6.1f} s  {target} passes without a mutant", flush=True)
+
+    def _is_newest(self, report):
+        """Whether nothing has changed since a program last passed."""
+        if not report.exists():
+            return False
+        made = [self.build / output for kind in (self.programs, self.helpers, self.shared) for output in kind.values()]
+        copied = [self.source / file for file in self.files()]
+        return all(path.stat().st_mtime < report.stat().st_mtime for path in made + copied)
+
+    def goes(self, target, mutant):
+        """The goes in which a program is run for a mutant: the tests of suites named like its file, the others that are quick,
+        and the slow ones."""
+        tests = self.tests[target]
+        words = [word for word in re.findall(r"[A-Z]+[a-z0-9]{3,}", Path(mutant.file).stem) if word not in ("Format", "Graph")]
+        slow = [name for name in tests if tests[name] > SLOW]
+        likely = [name for name in tests if name not in slow and any(word in name.split(".")[0] for word in words)]
+        first = [Go("--gtest_filter=" + ":".join(likely), sum(tests[name] for name in likely))] if likely else []
+        others = [name for name in tests if name not in slow and name not in likely]
+        second = [Go("--gtest_filter=*-" + ":".join(slow + likely), sum(tests[name] for name in others))] if others else []
+        return first + second + ([] if self.quick or not slow else [Go("--gtest_filter=" + ":".join(slow), sum(tests[name] for name in slow))])
 
     @staticmethod
     def _limits():
@@ -167,10 +216,10 @@ class Workshop:
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
-    def _run_program(self, program, home, environment, limit):
-        """Runs a test program as ctest would, up to its first failure."""
+    def _run_program(self, program, home, options, environment, limit):
+        """Runs a test program where ctest would, up to its first failure."""
         process = subprocess.Popen(
-            [program, "--gtest_fail_fast", "--gtest_brief=1"], cwd=Path(home).parent, stdin=subprocess.DEVNULL,
+            [program, "--gtest_fail_fast", "--gtest_brief=1", *options], cwd=Path(home).parent, stdin=subprocess.DEVNULL,
             stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace", preexec_fn=self._limits,
             env={**os.environ, "RC_PARAMS": "seed=1", **environment},
         )  # fmt: skip
@@ -181,6 +230,11 @@ class Workshop:
             printed, _ = process.communicate()
             return "timed out", printed
         return ("passed" if process.returncode == 0 else "failed"), printed
+
+
+class Go(NamedTuple):
+    filter: str
+    seconds: float
 
 
 class Bench:
@@ -236,7 +290,7 @@ class Bench:
         command = unit.command.replace(f"{self.shop.source}/", f"{self.source}/").replace(f"-I{self.shop.source}", f"-I{self.source}")
         words = shlex.split(command)
         words[words.index("-o") + 1] = str(target)
-        done = _run([*words, "-w"], cwd=self.shop.build)
+        done = _run([*words, "-w", *self.shop.headers.get(unit.target, [])], cwd=self.shop.build)
         if done.returncode != 0:
             raise DoesNotCompile(done.stderr)
         self.built[unit.object] = str(target)
@@ -274,22 +328,36 @@ class Bench:
         for target in order(mutant):
             output = self.shop.programs[target]
             units, archive = self._affected(target, changed)
+            if not units and not archive and not self._can_notice(target, changed):
+                continue
             with self._helpers(target, changed):
-                for name, program in self._programs_for(mutant, target, output, units, archive):
+                for program, go in self._runs(mutant, target, output, units, archive):
                     status, printed = self.shop._run_program(
-                        program, self.shop.build / output, {"LD_LIBRARY_PATH": str(self.folder / "lib")},
-                        10 * self.shop.seconds[target] + 20)  # fmt: skip
+                        program, self.shop.build / output, [go.filter], {"LD_LIBRARY_PATH": str(self.folder / "lib")},
+                        3 * go.seconds + 10)  # fmt: skip
                     if status != "passed":
                         failed = re.search(r"\[  FAILED  \] ([\w/.]+)", printed)
                         return status, target, failed.group(1) if failed else printed.strip()[-200:]
         return "survived", "", ""
 
-    def _programs_for(self, mutant, target, output, units, archive):
-        """The programs that together run all tests of a test program: itself when it needs no compiling; else one with the
-        tests that did not change, and one for each source of tests that did, the likeliest first."""
+    def _can_notice(self, target, changed):
+        """Whether a program that is not itself changed is linked to a library that is, or starts other programs."""
+        words = self.shop.links[self.shop.programs[target]]
+        libraries = {Path(output).name for name, output in self.shop.shared.items() if any(unit.target == name for unit in changed)}
+        return target in STARTS_PROGRAMS or any(Path(word).name in libraries for word in words)
+
+    def _runs(self, mutant, target, output, units, archive):
+        """All programs in all their goes, the quick goes first as long as nothing has to be compiled."""
+        goes = self.shop.goes(target, mutant)
         if not units and not archive:
-            yield target, self.shop.build / output
+            yield from ((self.shop.build / output, go) for go in goes)
             return
+        for program in self._programs_for(mutant, target, output, units):
+            yield from ((program, go) for go in goes)
+
+    def _programs_for(self, mutant, target, output, units):
+        """The programs that together run all tests of a test program that has to be compiled again: one with the tests that did
+        not change, and one for each source of tests that did, the likeliest first."""
         tests = {unit.object for unit in self.shop.units if unit.target == target and unit.is_test}
         for unit in units:
             if not unit.is_test:
@@ -310,7 +378,7 @@ class Bench:
                 continue
             program = self.folder / "bin" / f"{target}{place}"
             self._link(output, program, only)
-            yield target, program
+            yield program
 
     def _helpers(self, target, changed):
         """Puts the programs that tests start in the place where the tests look for them, for as long as tests run."""
@@ -318,13 +386,11 @@ class Bench:
 
 
 class _Swapped:
-    STARTS_PROGRAMS = ("docs-tests", "tool-tests")
-
     def __init__(self, bench, target, changed):
         self.bench, self.target, self.changed, self.swapped = bench, target, changed, []
 
     def __enter__(self):
-        if self.target not in self.STARTS_PROGRAMS:
+        if self.target not in STARTS_PROGRAMS:
             return
         self.bench.shop.helpers_lock.acquire()
         try:
@@ -344,7 +410,7 @@ class _Swapped:
             raise
 
     def __exit__(self, *_):
-        if self.target not in self.STARTS_PROGRAMS:
+        if self.target not in STARTS_PROGRAMS:
             return
         for home in self.swapped:
             Path(f"{home}.kept").rename(home)
