@@ -29,7 +29,7 @@ static_assert(*std::min_element(kIds.begin(), kIds.end()) > PixFmt::NONE);
 constexpr Detail::TextIndex kNameIndex(kNames);
 
 // The place of each id in the list, or the size of the list where an id is not in use.
-constexpr auto kPlaces = [] {
+constexpr auto kPlaces = []() {
     constexpr auto largest = static_cast<std::size_t>(*std::max_element(kIds.begin(), kIds.end()));
     std::array<std::uint8_t, largest + 1> places = {};
     places.fill(kIds.size());
@@ -93,7 +93,7 @@ static_assert(std::all_of(kMemory.begin(), kMemory.end(),
 
 // The same by id. Anybody may make a description of an unlisted id; its planes hold one sample for a pixel, as the last
 // row says.
-constexpr auto kMemoryOfIds = [] {
+constexpr auto kMemoryOfIds = []() {
     std::array<PixelMemory, kPlaces.size() + 1> memory = {};
     for (std::size_t place = 0; place < kIds.size(); ++place) {
         memory[static_cast<std::size_t>(kIds[place])] = kMemory[place];
