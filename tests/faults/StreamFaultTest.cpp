@@ -11,13 +11,35 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <iterator>
 #include <ostream>
 #include <stdexcept>
 #include <streambuf>
 #include <string>
 #include <utility>
+
+namespace {
+
+bool hasBuffers = true;
+
+}  // namespace
+
+// Stands in for the C library's, which fails when there is no memory for the file's buffer.
+extern "C" std::FILE* fdopen(int descriptor, const char* mode) noexcept {
+    if (!hasBuffers) {
+        errno = ENOMEM;
+        return nullptr;
+    }
+    static auto* const real = reinterpret_cast<std::FILE* (*)(int, const char*)>(dlsym(RTLD_NEXT, "fdopen"));
+    return real(descriptor, mode);
+}
 
 namespace Quenzo::Conf::Testing {
 namespace {
@@ -279,6 +301,21 @@ TEST(StreamFaultTest, Visitor_ThatThrowsEndsTheVisit) {
     EXPECT_THROW(graph->VisitLinks(stopAtSecond), DeviceError);
     EXPECT_EQ(visited, 2);
     ExpectUsable(graph);
+}
+
+std::ptrdiff_t OpenDescriptors() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
+}
+
+TEST(StreamFaultTest, Files_WithoutMemoryForTheirBuffersAreClosed) {
+    const std::ptrdiff_t before = OpenDescriptors();
+    hasBuffers = false;
+    EXPECT_THROW(Core::FileInput::Create(QUENZO_TEST_JOBS "/two-sources.json"), Core::StreamException);
+    EXPECT_THROW(Core::FileOutput::Create("/dev/null"), Core::StreamException);
+    EXPECT_THROW(Core::FileInput::Create("/nowhere"), Core::StreamException);
+    hasBuffers = true;
+    EXPECT_EQ(OpenDescriptors(), before);
+    EXPECT_GT(Core::FileInput::Create(QUENZO_TEST_JOBS "/two-sources.json")->GetSize(), 1000U);
 }
 
 // A device that is full takes what the buffer holds only when it is written out.
