@@ -42,6 +42,8 @@ function(quenzo_library target)
                VERIFY_INTERFACE_HEADER_SETS ON
                INTERFACE_HEADER_SETS_TO_VERIFY HEADERS)
   quenzo_compile_settings(${target})
+  # Whether a library can be unloaded is decided here, not by which of its symbols g++ marks as unique in the process.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   # Nobody may replace a function of the libraries by one of the same name: calls inside them are put in place or lead
   # straight to their function, which also leaves the loader fewer names to look up.
   target_compile_options(${target} PRIVATE -fno-semantic-interposition)
