@@ -1,5 +1,5 @@
-// A module whose functions appear in call stacks. It is built twice, with names of one length, so that both have the
-// same functions at the same places.
+// A module whose functions appear in call stacks. It is built twice, so that both have the same code at the same
+// places; but the names of their functions stand at different places, or an outdated one could be right by chance.
 
 #include <tests/modules/Modules.h>
 
@@ -12,6 +12,8 @@ namespace {
 std::string stack;
 
 }  // namespace
+
+extern "C" MODULE_API void STACK_PADDING() { stack.clear(); }
 
 extern "C" MODULE_API void STACK_FUNCTION() {
     stack = Quenzo::GetCallStack();
