@@ -52,7 +52,7 @@ function(quenzo_fast_loading target)
   # Nobody may replace a function of the libraries by one of the same name: calls inside them are put in place or lead
   # straight to their function, which also leaves the loader few names to look up.
   target_compile_options(${target} PRIVATE -fno-semantic-interposition -ffunction-sections -fdata-sections
-                                           # A unique symbol would keep the library from ever being unloaded.
+                                           # Whether a library can be unloaded is decided here, not by which symbols are unique.
                                            $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
   set(interposed ${PROJECT_SOURCE_DIR}/cmake/interposed.list)

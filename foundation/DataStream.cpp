@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -33,6 +34,11 @@ FileHandle Open(const char* verb, const ioPath& path, int flags, const char* mod
     const int descriptor = open(path.utf8string().c_str(), flags | O_CLOEXEC, 0666);
     FileHandle file(descriptor >= 0 ? fdopen(descriptor, mode) : nullptr, &std::fclose);
     if (file == nullptr) {
+        const int reason = errno;
+        if (descriptor >= 0) {
+            close(descriptor);
+        }
+        errno = reason;
         QUENZO_THROW(SystemFailure(verb, path));
     }
     return file;

@@ -15,6 +15,10 @@ namespace Quenzo {
 /// The root of every failure that the libraries report with a class of their own. What went wrong travels as error
 /// information: read a tag with boost::get_error_info<Exception::TagDescription>(failure), which returns null when the
 /// tag is absent. The throwing file, line and function are there too (boost::throw_file, throw_line, throw_function).
+///
+/// When memory runs out while a failure is put together, std::bad_alloc arrives in its place. Several threads may look
+/// at one exception (std::exception_ptr) at the same time; copies of one share their information without a lock, and
+/// belong to one thread at a time together.
 class QUENZO_API Exception : public virtual std::exception, public virtual boost::exception {
 public:
     struct DescriptionTag;
@@ -35,7 +39,7 @@ private:
 
 /// The calling functions, innermost first, one to a line: number, function name, module. Names come from the dynamic
 /// symbol tables, so a function that no module exports shows as its offset in the module; no debug
-/// information is read.
+/// information is read. Empty when there is no memory for the list of frames.
 QUENZO_API std::string GetCallStack();
 
 namespace Core {

@@ -25,6 +25,8 @@ concept PropertyValue = std::same_as<T, long long> || std::same_as<T, std::strin
 template <typename T>
 concept PropertyInteger = std::integral<T> && !std::same_as<T, bool>;
 
+class JsonLoader;
+
 /// One node of a tree of named, typed values.
 ///
 /// A property has a name and holds either one value (a leaf), or named children in order (a node), or nothing (type
@@ -33,6 +35,9 @@ concept PropertyInteger = std::integral<T> && !std::same_as<T, bool>;
 /// Adding a child never moves its siblings, so a reference to a child stays valid while others are added. Removing a
 /// child may move those after it. A property may be assigned from a part of itself; it must not be moved into its own
 /// descendant. A moved-from property may be assigned to or destroyed; what it holds is not specified.
+///
+/// When memory runs out, std::bad_alloc is raised, and the property and all arguments are as they were. Removing,
+/// moving, comparing and finding take no memory.
 ///
 /// Trees of any depth can be copied, compared, printed and destroyed without using up the stack. A property is not
 /// locked: use one tree on one thread at a time.
@@ -219,7 +224,7 @@ private:
     template <typename T>
     const T& Get(const char* method) const;
 
-    friend class PropertySerializer;
+    friend class JsonLoader;
 
     std::string name_;
     Value value_;
@@ -229,7 +234,7 @@ private:
 /// is the level of the first line, two blanks each (below 0 counts as 0). `withTypes` adds the type in brackets after
 /// the name; `withChildren` descends into the children. Backslashes, double quotes, control characters, bytes that are
 /// no UTF-8 text and an "&" before a "#" are written as C escapes, so that a dump can stand inside a quoted DOT string
-/// and be drawn.
+/// and be drawn. A stream that fails says so in its own way: by its state, or by throwing when it is told to.
 QUENZO_API void PrintCorePropertyValue(const Property& property, int indent, std::ostream& os, bool withTypes,
                                        bool withChildren);
 

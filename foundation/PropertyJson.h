@@ -8,10 +8,39 @@
 
 #include <rapidjson/document.h>
 #include <rapidjson/error/error.h>
+#include <rapidjson/writer.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
+#include <new>
 
 namespace Quenzo::Core {
+
+/// Memory for RapidJSON, which takes it by malloc when it is left alone and writes through the null pointer when there
+/// is none.
+class JsonMemory {
+public:
+    static constexpr bool kNeedFree = true;
+
+    void* Malloc(std::size_t size) { return size != 0 ? ::operator new(size) : nullptr; }
+
+    void* Realloc(void* block, std::size_t oldSize, std::size_t newSize) {
+        void* const resized = Malloc(newSize);
+        if (const std::size_t kept = std::min(oldSize, newSize); kept != 0) {
+            std::memcpy(resized, block, kept);
+        }
+        Free(block);
+        return resized;
+    }
+
+    static void Free(void* block) noexcept { ::operator delete(block); }
+};
+
+using JsonDocument =
+    rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<JsonMemory>, JsonMemory>;
+using JsonValue = JsonDocument::ValueType;
+using JsonWriter = rapidjson::Writer<JsonQuenzoStreamOut, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory>;
 
 enum class JsonParsing { Done, SyntaxError, TooDeep };
 
@@ -23,7 +52,10 @@ struct JsonParseResult {
 
 /// Parses a whole stream without recursion and stops as soon as it nests deeper than PropertySerializer::MAX_DEPTH. The
 /// document is null unless the outcome is Done.
-QUENZO_API JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, rapidjson::Document& document);
+QUENZO_API JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, JsonDocument& document);
+
+/// PropertySerializer::CoreLoad for a value of such a document.
+QUENZO_API void LoadContent(Property& tree, const JsonValue& in);
 
 /// Raises PropertyException when a tree cannot be written as a JSON value that stands at `level` of its document.
 /// Returns whether any node of it has repeated names.

@@ -10,7 +10,6 @@
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
-#include <rapidjson/writer.h>
 
 #include <algorithm>
 #include <charconv>
@@ -27,6 +26,8 @@
 namespace Quenzo::Core {
 
 namespace {
+
+using JsonReader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory>;
 
 // True when a number that no double can hold is too large, rather than too small, for one.
 bool IsTooLarge(std::string_view number) {
@@ -47,7 +48,7 @@ bool IsTooLarge(std::string_view number) {
 // parser's own conversion overflows when a long fraction meets a large negative exponent.
 class LimitedBuilder {
 public:
-    explicit LimitedBuilder(rapidjson::Document& target) : target_(target) {}
+    explicit LimitedBuilder(JsonDocument& target) : target_(target) {}
 
     bool IsTooDeep() const { return depth_ > PropertySerializer::MAX_DEPTH; }
     bool HasTooLargeNumber() const { return hasTooLargeNumber_; }
@@ -89,14 +90,14 @@ private:
     }
 
     // The parser's interface asks for these, and never calls them when it hands numbers over as they are written.
-    friend class rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>>;
+    friend JsonReader;
     bool Int(int /*value*/) { return false; }
     bool Uint(unsigned /*value*/) { return false; }
     bool Int64(std::int64_t /*value*/) { return false; }
     bool Uint64(std::uint64_t /*value*/) { return false; }
     bool Double(double /*value*/) { return false; }
 
-    rapidjson::Document& target_;
+    JsonDocument& target_;
     int depth_ = 0;
     bool hasTooLargeNumber_ = false;
 };
@@ -110,7 +111,10 @@ PropertyException Unusable(const Property& property, const char* method, const s
 
 std::string TooDeep() { return Detail::Format("nested deeper than {} levels", PropertySerializer::MAX_DEPTH); }
 
-std::string_view Text(const rapidjson::Value& string) { return {string.GetString(), string.GetStringLength()}; }
+template <typename Value>
+std::string_view Text(const Value& string) {
+    return {string.GetString(), string.GetStringLength()};
+}
 
 // boost::rational overflows, or divides by zero, on its way to the lowest terms when a part is the smallest integer.
 std::optional<boost::rational<long long>> MakeRatio(long long numerator, long long denominator) {
@@ -132,15 +136,20 @@ std::optional<boost::rational<long long>> MakeRatio(long long numerator, long lo
                                       static_cast<long long>(bottom));
 }
 
-bool IsRatio(const rapidjson::Value& array) { return array.Size() == 2 && array[0].IsNumber() && array[1].IsNumber(); }
+template <typename Value>
+bool IsRatio(const Value& array) {
+    return array.Size() == 2 && array[0].IsNumber() && array[1].IsNumber();
+}
 
-bool IsChildList(const rapidjson::Value& array) {
-    return !array.Empty() && std::all_of(array.Begin(), array.End(), [](const rapidjson::Value& element) {
+template <typename Value>
+bool IsChildList(const Value& array) {
+    return !array.Empty() && std::all_of(array.Begin(), array.End(), [](const Value& element) {
         return element.IsObject() && element.MemberCount() == 1;
     });
 }
 
-std::string Describe(const rapidjson::Value& number) {
+template <typename Value>
+std::string Describe(const Value& number) {
     if (number.IsUint64()) {
         return std::to_string(number.GetUint64());
     }
@@ -150,11 +159,100 @@ std::string Describe(const rapidjson::Value& number) {
 
 }  // namespace
 
-JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, rapidjson::Document& document) {
-    rapidjson::Reader reader;
+// Fills trees from values of either kind of document.
+class JsonLoader {
+public:
+    template <typename Value>
+    static void Load(Property& tree, const Value& in) {
+        if (in.IsNull()) {
+            return;
+        }
+        Property loaded;
+        loaded.name_ = tree.name_;
+        Fill(loaded, in, 1);
+        tree.value_ = std::move(loaded.value_);
+    }
+
+private:
+    template <typename Value>
+    static void Fill(Property& target, const Value& in, int level);
+
+    template <typename Value>
+    static void FillFromArray(Property& target, const Value& in, int level);
+
+    static Property& AddChild(Property& parent, std::string_view name) {
+        Property& child = parent.Add(Property());
+        child.name_ = name;
+        return child;
+    }
+};
+
+template <typename Value>
+void JsonLoader::Fill(Property& target, const Value& in, int level) {
+    if (level > PropertySerializer::MAX_DEPTH && (in.IsObject() || in.IsArray())) {
+        QUENZO_THROW(Unusable(target, "CoreLoad", Detail::Format("\"{}\" is {}", target.name_, TooDeep())));
+    }
+    switch (in.GetType()) {
+        case rapidjson::kNullType: return;
+        case rapidjson::kFalseType:
+        case rapidjson::kTrueType: target = in.GetBool(); return;
+        case rapidjson::kStringType: target.value_.emplace<std::string>(Text(in)); return;
+        case rapidjson::kNumberType:
+            if (!in.IsInt64()) {
+                QUENZO_THROW(Unusable(
+                    target, "CoreLoad",
+                    Detail::Format("\"{}\" holds {}, which is no signed 64-bit integer", target.name_, Describe(in))));
+            }
+            target = in.GetInt64();
+            return;
+        case rapidjson::kArrayType: FillFromArray(target, in, level); return;
+        case rapidjson::kObjectType: break;
+    }
+    target.value_.emplace<Property::ChildList>().Reserve(in.MemberCount());
+    for (const auto& member : in.GetObject()) {
+        Fill(AddChild(target, Text(member.name)), member.value, level + 1);
+    }
+}
+
+template <typename Value>
+void JsonLoader::FillFromArray(Property& target, const Value& in, int level) {
+    if (IsRatio(in)) {
+        const Value& top = in[0];
+        const Value& bottom = in[1];
+        const auto ratio =
+            top.IsInt64() && bottom.IsInt64() ? MakeRatio(top.GetInt64(), bottom.GetInt64()) : std::nullopt;
+        if (!ratio) {
+            QUENZO_THROW(
+                Unusable(target, "CoreLoad",
+                         Detail::Format("\"{}\" holds [{},{}], which is no rational of signed 64-bit integers",
+                                        target.name_, top.IsInt64() ? std::to_string(top.GetInt64()) : Describe(top),
+                                        bottom.IsInt64() ? std::to_string(bottom.GetInt64()) : Describe(bottom))));
+        }
+        target = *ratio;
+        return;
+    }
+    if (!IsChildList(in)) {
+        QUENZO_THROW(
+            Unusable(target, "CoreLoad",
+                     Detail::Format("\"{}\" holds an array that is neither a rational [numerator,denominator] nor "
+                                    "a list of one-member objects",
+                                    target.name_)));
+    }
+    if (level >= PropertySerializer::MAX_DEPTH) {
+        QUENZO_THROW(Unusable(target, "CoreLoad", Detail::Format("\"{}\" is {}", target.name_, TooDeep())));
+    }
+    target.value_.emplace<Property::ChildList>().Reserve(in.Size());
+    for (const Value& element : in.GetArray()) {
+        const auto member = element.MemberBegin();
+        Fill(AddChild(target, Text(member->name)), member->value, level + 2);
+    }
+}
+
+JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, JsonDocument& document) {
+    JsonReader reader;
     bool isTooDeep = false;
     bool hasTooLargeNumber = false;
-    auto parse = [&](rapidjson::Document& target) {
+    auto parse = [&](JsonDocument& target) {
         constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
         LimitedBuilder builder(target);
         const bool isDone = !reader.Parse<flags>(stream, builder).IsError();
@@ -227,106 +325,37 @@ bool HasRepeatedNames(const Property& node) {
 void PropertySerializer::Save(const Property& tree, rapidjson::Value& out,
                               rapidjson::Document::AllocatorType& allocator) {
     const bool repeatsNames = RequireWritable(tree, 1);
-    rapidjson::Document content(&allocator);
-    auto write = [&tree, repeatsNames](rapidjson::Document& target) {
+    // The value is the caller's kind, and the caller's allocator holds it; the stack beside them is ours.
+    using Content = rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::Document::AllocatorType, JsonMemory>;
+    Content content(&allocator);
+    auto write = [&tree, repeatsNames](Content& target) {
         WriteContent(tree, repeatsNames, target);
         return true;
     };
     out = static_cast<rapidjson::Value&>(content.Populate(write));
 }
 
-void PropertySerializer::CoreLoad(Property& tree, const rapidjson::Value& in) {
-    if (in.IsNull()) {
-        return;
-    }
-    Property loaded;
-    loaded.name_ = tree.name_;
-    Fill(loaded, in, 1);
-    tree.value_ = std::move(loaded.value_);
-}
+void PropertySerializer::CoreLoad(Property& tree, const rapidjson::Value& in) { JsonLoader::Load(tree, in); }
+
+void LoadContent(Property& tree, const JsonValue& in) { JsonLoader::Load(tree, in); }
 
 void PropertySerializer::Write(const Property& tree, const SP<IDataOutput>& output) {
     const bool repeatsNames = RequireWritable(tree, 1);
     JsonQuenzoStreamOut stream(output);
-    rapidjson::Writer<JsonQuenzoStreamOut> writer(stream);
+    JsonWriter writer(stream);
     WriteContent(tree, repeatsNames, writer);
 }
 
 void PropertySerializer::Read(Property& tree, const SP<IDataInput>& input) {
     JsonQuenzoStreamIn stream(input);
-    rapidjson::Document document;
+    JsonDocument document;
     const JsonParseResult result = ParseJson(stream, document);
     if (result.outcome != JsonParsing::Done) {
         const std::string reason =
             result.outcome == JsonParsing::TooDeep ? TooDeep() : std::string(rapidjson::GetParseError_En(result.error));
         QUENZO_THROW(Unusable(tree, "Read", Detail::Format("no JSON at byte {}: {}", result.offset, reason)));
     }
-    CoreLoad(tree, document);
-}
-
-Property& PropertySerializer::AddChild(Property& parent, const rapidjson::Value& name) {
-    Property& child = parent.Add(Property());
-    child.name_ = Text(name);
-    return child;
-}
-
-void PropertySerializer::Fill(Property& target, const rapidjson::Value& in, int level) {
-    if (level > MAX_DEPTH && (in.IsObject() || in.IsArray())) {
-        QUENZO_THROW(Unusable(target, "CoreLoad", Detail::Format("\"{}\" is {}", target.name_, TooDeep())));
-    }
-    switch (in.GetType()) {
-        case rapidjson::kNullType: return;
-        case rapidjson::kFalseType:
-        case rapidjson::kTrueType: target = in.GetBool(); return;
-        case rapidjson::kStringType: target.value_.emplace<std::string>(Text(in)); return;
-        case rapidjson::kNumberType:
-            if (!in.IsInt64()) {
-                QUENZO_THROW(Unusable(
-                    target, "CoreLoad",
-                    Detail::Format("\"{}\" holds {}, which is no signed 64-bit integer", target.name_, Describe(in))));
-            }
-            target = in.GetInt64();
-            return;
-        case rapidjson::kArrayType: FillFromArray(target, in, level); return;
-        case rapidjson::kObjectType: break;
-    }
-    target.value_.emplace<Property::ChildList>().Reserve(in.MemberCount());
-    for (const auto& member : in.GetObject()) {
-        Fill(AddChild(target, member.name), member.value, level + 1);
-    }
-}
-
-void PropertySerializer::FillFromArray(Property& target, const rapidjson::Value& in, int level) {
-    if (IsRatio(in)) {
-        const rapidjson::Value& top = in[0];
-        const rapidjson::Value& bottom = in[1];
-        const auto ratio =
-            top.IsInt64() && bottom.IsInt64() ? MakeRatio(top.GetInt64(), bottom.GetInt64()) : std::nullopt;
-        if (!ratio) {
-            QUENZO_THROW(
-                Unusable(target, "CoreLoad",
-                         Detail::Format("\"{}\" holds [{},{}], which is no rational of signed 64-bit integers",
-                                        target.name_, top.IsInt64() ? std::to_string(top.GetInt64()) : Describe(top),
-                                        bottom.IsInt64() ? std::to_string(bottom.GetInt64()) : Describe(bottom))));
-        }
-        target = *ratio;
-        return;
-    }
-    if (!IsChildList(in)) {
-        QUENZO_THROW(
-            Unusable(target, "CoreLoad",
-                     Detail::Format("\"{}\" holds an array that is neither a rational [numerator,denominator] nor "
-                                    "a list of one-member objects",
-                                    target.name_)));
-    }
-    if (level >= MAX_DEPTH) {
-        QUENZO_THROW(Unusable(target, "CoreLoad", Detail::Format("\"{}\" is {}", target.name_, TooDeep())));
-    }
-    target.value_.emplace<Property::ChildList>().Reserve(in.Size());
-    for (const rapidjson::Value& element : in.GetArray()) {
-        const auto member = element.MemberBegin();
-        Fill(AddChild(target, member->name), member->value, level + 2);
-    }
+    LoadContent(tree, document);
 }
 
 }  // namespace Quenzo::Core

@@ -27,24 +27,22 @@ public:
     static constexpr int MAX_DEPTH = 1000;
 
     /// Fills a JSON value with the content of a tree. Raises PropertyException, and leaves `out` alone, when the tree
-    /// is deeper than a document may be or a text is longer than JSON values can hold (2^32 - 1 bytes).
+    /// is deeper than a document may be or a text is longer than JSON values can hold (2^32 - 1 bytes). RapidJSON's own
+    /// allocator, which the caller brings, does not report that memory has run out: the program then ends.
     static void Save(const Property& tree, rapidjson::Value& out, rapidjson::Document::AllocatorType& allocator);
 
     /// Fills a property with the content of a JSON value; its name stays. null leaves it as it is. A failure leaves it
     /// as it was.
     static void CoreLoad(Property& tree, const rapidjson::Value& in);
 
-    /// Writes the content of a tree as a compact JSON text. Raises as Save does, before anything is written.
+    /// Writes the content of a tree as a compact JSON text. Raises as Save does, before anything is written; what the
+    /// output throws comes through as it is.
     static void Write(const Property& tree, const SP<IDataOutput>& output);
 
     /// Fills a property with the content of a JSON text, as CoreLoad does. Raises PropertyException with the byte
-    /// offset when the text is no JSON, or nests deeper than MAX_DEPTH.
+    /// offset when the text is no JSON, or nests deeper than MAX_DEPTH; what the input throws comes through as it is. A
+    /// failure leaves the property as it was.
     static void Read(Property& tree, const SP<IDataInput>& input);
-
-private:
-    static void Fill(Property& target, const rapidjson::Value& in, int level);
-    static void FillFromArray(Property& target, const rapidjson::Value& in, int level);
-    static Property& AddChild(Property& parent, const rapidjson::Value& name);
 };
 
 }  // namespace Quenzo::Core

@@ -60,6 +60,7 @@ std::string ToJson(const ProbedMedia& media) {
 
 std::string ToText(const ProbedMedia& media) {
     std::ostringstream text;
+    text.exceptions(std::ios::badbit);
     text << "file\n";
     Core::PrintCorePropertyValue(media.file->GetProperty(), 1, text, false, true);
     for (const ProbedStream& stream : media.streams) {

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -112,6 +113,15 @@ void WriteWhole(const std::string& name, const std::string& bytes) {
     TemporaryFile file(target.empty() ? name : target.string());
     file.Write(bytes);
     file.TakePlace();
+}
+
+void OccupyClosedStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) == -1 && errno == EBADF) {
+            // The lowest number that is free is this one.
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
 }
 
 void Print(const std::string& text) {

@@ -15,6 +15,10 @@ std::string ReadRest(std::FILE* file, const std::string& name);
 /// What is no regular file, such as /dev/null, is written directly. Fails with Unwritable.
 void WriteWhole(const std::string& name, const std::string& bytes);
 
+/// Gives the numbers of standard streams that are closed to files on which reading or writing fails as before, so that
+/// no other file gets them and messages land in it.
+void OccupyClosedStreams();
+
 /// Writes to standard output. Fails with Unwritable.
 void Print(const std::string& text);
 

@@ -229,6 +229,7 @@ ExitStatus ShowJob(const std::string& file, bool asJson) {
         return ExitStatus::Done;
     }
     std::ostringstream text;
+    text.exceptions(std::ios::badbit);
     job->VisitNodes([&text](NodeId node, const Property& tree) {
         text << "node " << node << '\n';
         Core::PrintCorePropertyValue(tree, 1, text, false, true);

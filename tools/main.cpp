@@ -4,6 +4,7 @@
 #include <tools/CatalogueCommands.h>
 #include <tools/DescribeCommand.h>
 #include <tools/Failure.h>
+#include <tools/Files.h>
 #include <tools/FrameCommands.h>
 #include <tools/JobCommands.h>
 #include <tools/LookupCommands.h>
@@ -21,6 +22,7 @@
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -296,7 +298,11 @@ int Run(int argc, char** argv) {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-            return program.exit(error);
+            // The parser's own streams do not say whether the text arrived.
+            std::ostringstream text;
+            program.exit(error, text, text);
+            Quenzo::Tools::Print(text.str());
+            return static_cast<int>(ExitStatus::Done);
         }
         const std::string unknown = UnknownCommand(program, argc, argv);
         return Complain(ExitStatus::WrongUsage,
@@ -308,6 +314,7 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    Quenzo::Tools::OccupyClosedStreams();
     FLAGS_logtostderr = true;
     google::InitGoogleLogging(argv[0]);
     try {

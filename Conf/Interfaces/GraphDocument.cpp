@@ -7,9 +7,6 @@
 #include <foundation/PropertySerializer.h>
 #include <foundation/Throw.h>
 
-#include <rapidjson/document.h>
-#include <rapidjson/writer.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -19,6 +16,9 @@
 namespace Quenzo::Conf {
 
 namespace {
+
+using Core::JsonValue;
+using Core::JsonWriter;
 
 // A tree stands inside the root object, an array of elements, the element and the object that names the tree.
 constexpr int kTreeLevel = 5;
@@ -30,7 +30,7 @@ BadJson Malformed(const std::string& structure) {
 }
 
 // The first member of that name; null when there is none, or when the value is no object.
-const rapidjson::Value* FindMember(const rapidjson::Value& value, const char* name) {
+const JsonValue* FindMember(const JsonValue& value, const char* name) {
     if (!value.IsObject()) {
         return nullptr;
     }
@@ -38,16 +38,16 @@ const rapidjson::Value* FindMember(const rapidjson::Value& value, const char* na
     return member != value.MemberEnd() ? &member->value : nullptr;
 }
 
-const rapidjson::Value* FindArray(const rapidjson::Value& object, const char* name) {
-    const rapidjson::Value* member = FindMember(object, name);
+const JsonValue* FindArray(const JsonValue& object, const char* name) {
+    const JsonValue* member = FindMember(object, name);
     return member != nullptr && member->IsArray() ? member : nullptr;
 }
 
 // An id that is absent, or present but no whole number, counts as 0. A whole number that no id can be is refused: taken
 // for another number it would join the wrong nodes. Beyond the integers only floating-point numbers remain, among which
 // -2^63 may stand for any of its neighbours.
-long long ReadId(const rapidjson::Value& element, const char* name) {
-    const rapidjson::Value* value = FindMember(element, name);
+long long ReadId(const JsonValue& element, const char* name) {
+    const JsonValue* value = FindMember(element, name);
     if (value == nullptr || !value->IsNumber()) {
         return 0;
     }
@@ -66,18 +66,18 @@ long long ReadId(const rapidjson::Value& element, const char* name) {
 }
 
 // The tree of an element: what its "data" names, or an empty node called "data" when it names nothing.
-Core::Property ReadTree(const rapidjson::Value& element, const char* name) {
-    const rapidjson::Value* data = FindMember(element, name);
+Core::Property ReadTree(const JsonValue& element, const char* name) {
+    const JsonValue* data = FindMember(element, name);
     if (data != nullptr && data->IsObject() && data->MemberCount() == 1 && !data->MemberBegin()->value.IsNull()) {
         // What Save writes: it needs no wrapper to be taken out of.
         const auto& [treeName, content] = *data->MemberBegin();
         Core::Property tree{std::string(treeName.GetString(), treeName.GetStringLength())};
-        Core::PropertySerializer::CoreLoad(tree, content);
+        Core::LoadContent(tree, content);
         return tree;
     }
     Core::Property wrapper{std::string(name)};
     if (data != nullptr) {
-        Core::PropertySerializer::CoreLoad(wrapper, *data);
+        Core::LoadContent(wrapper, *data);
     }
     return wrapper.Count() != 0 ? std::move(wrapper[0]) : wrapper;
 }
@@ -86,8 +86,6 @@ bool IsEmptyTree(const Core::Property& tree) {
     return tree.GetType() == PropertyTypes::None ||
            (tree.GetType() == PropertyTypes::Node && tree.GetName().empty() && tree.Count() == 0);
 }
-
-using JsonWriter = rapidjson::Writer<Core::JsonQuenzoStreamOut>;
 
 void WriteId(JsonWriter& writer, const char* name, long long id) {
     writer.Key(name);
@@ -147,7 +145,7 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
     lastLinkId_ = 0;
 
     Core::JsonQuenzoStreamIn stream(input);
-    rapidjson::Document document;
+    Core::JsonDocument document;
     if (Core::ParseJson(stream, document).outcome == Core::JsonParsing::TooDeep) {
         QUENZO_THROW(Malformed(
             Detail::Format("The document is nested deeper than {} levels.", Core::PropertySerializer::MAX_DEPTH)));
@@ -155,21 +153,21 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
     if (!document.IsObject()) {
         QUENZO_THROW(Malformed("The root node must be an object."));
     }
-    const rapidjson::Value* vertices = FindArray(document, VERTICES);
-    const rapidjson::Value* edges = FindArray(document, EDGES);
+    const JsonValue* vertices = FindArray(document, VERTICES);
+    const JsonValue* edges = FindArray(document, EDGES);
     if (vertices == nullptr || edges == nullptr) {
         QUENZO_THROW(
             Malformed(std::string("The root object must have two nested arrays named ") + VERTICES + " and " + EDGES));
     }
     slots_.reserve(slots_.size() + vertices->Size());
-    for (const rapidjson::Value& element : vertices->GetArray()) {
+    for (const JsonValue& element : vertices->GetArray()) {
         Core::Property tree = ReadTree(element, DATA);
         const NodeId id = ReadId(element, ID);
         lastNodeId_ = std::max(lastNodeId_, id);
         AppendNode(id, std::move(tree));
     }
     const Finder find(*this);
-    for (const rapidjson::Value& element : edges->GetArray()) {
+    for (const JsonValue& element : edges->GetArray()) {
         Core::Property tree = ReadTree(element, DATA);
         lastLinkId_ = std::max(lastLinkId_, ReadId(element, ID));
         const NodeId from = ReadId(element, FROM);

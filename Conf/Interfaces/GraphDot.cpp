@@ -20,6 +20,8 @@ bool HasLabel(const Core::Property& tree, const char* emptyName) {
 void ITranscodingMetaGraph::GrahpImpl::SaveInToDot(const SP<Core::IDataOutput>& output) const {
     // Positions and the graph's name are DOT identifiers as they stand, and a dump never ends a quoted string.
     std::ostringstream dot;
+    // Without this a stream whose memory runs out goes on without a word, and half a text would be written.
+    dot.exceptions(std::ios::badbit);
     dot << "digraph " << kGraphName << " {\n";
     for (const Slot& slot : slots_) {
         dot << slot.vertex->position << "[label=\"Node Id: " << slot.id << '\n';

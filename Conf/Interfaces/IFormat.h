@@ -12,6 +12,9 @@ namespace Quenzo::Conf {
 
 /// The base of every description: a tree of properties that always has a "metadata" child. The root is named after the
 /// kind of the description.
+///
+/// When memory runs out, std::bad_alloc is raised, and the description is as it was; but a setter that stores several
+/// keys may have stored the first of them, each as a whole, and completes when it is called again.
 class QUENZO_API IFormat : public IRefCountable, public FormatVocabulary {
 public:
     IFormat& operator=(const IFormat& other) = delete;

@@ -1,5 +1,7 @@
 #include <Conf/Interfaces/IFormatCodec.h>
 
+#include <utility>
+
 namespace Quenzo::Conf {
 
 SP<IFormatCodec> IFormatCodec::CreateUndefined() { return SP<IFormatCodec>(new IFormatCodec(std::string())); }
@@ -25,10 +27,13 @@ long IFormatCodec::Release() const {
 }
 
 void IFormatCodec::SetProperty(const Core::Property& property) {
-    IFormat::SetProperty(property);
-    if (!Tree().ChildExists(TAG_STREAM_METADATA)) {
-        Tree().SetChild(TAG_STREAM_METADATA);
+    Core::Property replacement(property);
+    for (const std::string* const key : {&TAG_METADATA, &TAG_STREAM_METADATA}) {
+        if (!replacement.ChildExists(*key)) {
+            replacement.SetChild(*key);
+        }
     }
+    Tree() = std::move(replacement);
 }
 
 MediaType IFormatCodec::GetCodecType() const { return MediaType::None; }

@@ -116,10 +116,14 @@ void ITranscodingMetaGraph::AddSlaveStreamIndex(Core::Property& master, const Co
     Core::Property entry{std::string()};
     entry.SetChildT<long long>(MERGE_WITH, slaveIndex);
     entry.SetChild(MERGE_SETTINGS, settings);
-    if (!master.ChildExists(MERGE_WITH)) {
-        master.SetChild(MERGE_WITH);
+    if (const auto list = master.FindChild(MERGE_WITH); list != master.end()) {
+        list->Add(std::move(entry));
+        return;
     }
-    master[MERGE_WITH].Add(std::move(entry));
+    // A list without an element is never left behind.
+    Core::Property list(MERGE_WITH);
+    list.Add(std::move(entry));
+    master.SetChild(MERGE_WITH, list);
 }
 
 }  // namespace Quenzo::Conf

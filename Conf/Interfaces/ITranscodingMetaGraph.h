@@ -22,8 +22,9 @@ namespace Quenzo::Conf {
 /// Nodes and links have ids, handed out from 1 and never reused while a graph lives. The position of a node, which only
 /// the order of results and the DOT text show, is its place among the nodes present.
 ///
-/// A failed operation leaves the graph as it was, Load excepted. Nothing is locked: one thread at a time per graph,
-/// though several may read one that nobody changes.
+/// A failed operation leaves the graph as it was, Load excepted, also when memory runs out or a stream or a visitor
+/// throws; such an exception arrives as it was thrown. What a query was to append to may then hold a part of it.
+/// Nothing is locked: one thread at a time per graph, though several may read one that nobody changes.
 class QUENZO_API ITranscodingMetaGraph : public IRefCountable, public GraphVocabulary {
 public:
     /// What stands for a node or a link: from 1 upwards for those that AddNode and AddLink make.
@@ -100,16 +101,19 @@ public:
     /// Adds the nodes and links of a job document to the graph. The nodes keep the ids of the document, the links get
     /// new ones, and both counters follow the ids loaded: use a new graph to get exactly the document's. Raises BadJson
     /// when the text is no job document, NodeNotFound, LinkExists, or PropertyException for a tree that cannot be read;
-    /// the nodes and links before the one that failed are then in the graph.
+    /// the nodes and links before the one that failed are then in the graph. What the input throws comes through as it
+    /// is, and the graph gets nothing. When memory runs out the graph gets the first nodes, or all nodes and the first
+    /// links. The counters start anew in any case.
     void Load(SP<Core::IDataInput> input);
 
     /// Writes the graph as a job document: compact JSON in UTF-8. Raises PropertyException, before anything is written,
-    /// when a tree is too deep for a document. Neither flushes nor closes the output.
+    /// when a tree is too deep for a document. Neither flushes nor closes the output, which holds the first bytes of
+    /// the document when it throws itself.
     void Save(SP<Core::IDataOutput> output) const;
 
-    /// Writes the graph as a Graphviz DOT text, in one piece: a node for every node, named after its position, with its
-    /// id and the dump of its tree as the label; an arrow for every link, with the dump of its tree as the label unless
-    /// the tree is an empty node named "data".
+    /// Writes the graph as a Graphviz DOT text, in one call of the output: a node for every node, named after its
+    /// position, with its id and the dump of its tree as the label; an arrow for every link, with the dump of its tree
+    /// as the label unless the tree is an empty node named "data".
     void SaveInToDot(SP<Core::IDataOutput> output) const;
 
     /// A tree that says which controller, by its index, an element follows: CONTROLLED_BY with one child of that name.

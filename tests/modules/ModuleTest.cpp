@@ -1,0 +1,151 @@
+// Covers the shared libraries in a program that is not linked to them: loaded and unloaded again and again behind a
+// module that uses them, failures that cross modules with hidden symbols, and call stacks when another module stands
+// where one was unloaded.
+
+#include <tests/faults/FailingMemory.h>
+#include <tests/modules/Modules.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <malloc.h>
+
+#include <fstream>
+#include <set>
+#include <string>
+
+namespace Quenzo::Testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+std::string LastError() {
+    const char* const error = dlerror();
+    return error != nullptr ? error : "";
+}
+
+// A loaded module, unloaded with the object.
+class Module {
+public:
+    explicit Module(const std::string& path) : handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+        EXPECT_NE(handle_, nullptr) << LastError();
+    }
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+    ~Module() { EXPECT_EQ(dlclose(handle_), 0) << LastError(); }
+
+    template <typename Function>
+    Function* Find(Function* /*type*/, const char* name) const {
+        void* const address = dlsym(handle_, name);
+        EXPECT_NE(address, nullptr) << LastError();
+        return reinterpret_cast<Function*>(address);
+    }
+
+private:
+    void* handle_;
+};
+
+#define FIND(module, function) (module).Find(static_cast<decltype(&(function))>(nullptr), #function)
+
+bool IsMapped(const std::string& file) {
+    std::ifstream maps("/proc/self/maps");
+    for (std::string line; std::getline(maps, line);) {
+        if (line.find(file) != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+constexpr int kRounds = 100;
+
+// The loader and the C library keep something of the first rounds for the next.
+constexpr int kSettledAfter = 10;
+
+struct Memory {
+    long blocks;
+    std::size_t bytes;
+
+    bool operator==(const Memory& other) const = default;
+};
+
+void PrintTo(const Memory& memory, std::ostream* os) {
+    *os << memory.blocks << " blocks, " << memory.bytes << " bytes";
+}
+
+// What operator new and malloc have handed out.
+Memory InUse() { return {LiveBlocks(), mallinfo2().uordblks}; }
+
+TEST(ModuleTest, Foundation_LeavesWithItsModuleAndLeavesNothingBehind) {
+    Memory early = {};
+    for (int round = 1; round <= kRounds; ++round) {
+        EXPECT_FALSE(IsMapped("libquenzo"));
+        {
+            const Module module(QUENZO_TEST_MODULES "/First-stack-module.so");
+            EXPECT_TRUE(IsMapped("libquenzo-foundation.so"));
+            EXPECT_NE(FIND(module, StackOfModule)(), nullptr);
+        }
+        EXPECT_FALSE(IsMapped("First-stack-module.so"));
+        early = round == kSettledAfter ? InUse() : early;
+    }
+    EXPECT_FALSE(IsMapped("libquenzo"));
+    EXPECT_EQ(InUse(), early);
+}
+
+// The module has the library log a line, so that glog is loaded, which stays.
+TEST(ModuleTest, Conf_LeavesWithItsModuleAndLeavesGlogAlone) {
+    Memory early = {};
+    for (int round = 1; round <= kRounds; ++round) {
+        {
+            const Module module(QUENZO_TEST_MODULES "/user-module.so");
+            ASSERT_EQ(FIND(module, UseLibrary)(), 7);
+        }
+        EXPECT_FALSE(IsMapped("user-module.so"));
+        EXPECT_FALSE(IsMapped("libquenzo-conf.so"));
+        EXPECT_FALSE(IsMapped("libquenzo-foundation.so"));
+        EXPECT_TRUE(IsMapped("libglog.so"));
+        early = round == kSettledAfter ? InUse() : early;
+    }
+    EXPECT_EQ(InUse(), early);
+}
+
+TEST(ModuleTest, Failures_CrossModulesByTheirClass) {
+    const Module raising(QUENZO_TEST_MODULES "/raising-module.so");
+    const Module passing(QUENZO_TEST_MODULES "/passing-module.so");
+    const Module catching(QUENZO_TEST_MODULES "/catching-module.so");
+    static auto* const raise = FIND(raising, Raise);
+    static auto* const passOn = FIND(passing, PassOn);
+    auto* const catchIt = FIND(catching, Catch);
+    const int count = FIND(raising, CountFailures)();
+    EXPECT_EQ(count, 17);
+    for (int number = 0; number < count; ++number) {
+        EXPECT_EQ(catchIt(raise, number), 31) << number;
+        EXPECT_EQ(catchIt([](int which) { passOn(raise, which); }, number), 31) << number;
+    }
+    // The classes are told apart: what is raised as the root is no other class.
+    EXPECT_EQ(catchIt([](int) { raise(0); }, 1), 4 + 8 + 16);
+}
+
+// The library keeps what the linker told it of an address, and has to forget it when another module stands there.
+TEST(ModuleTest, CallStack_NamesTheModuleThatIsThereNow) {
+    const Module foundation(QUENZO_TEST_FOUNDATION);
+    std::set<const void*> places;
+    for (int round = 0; round < 10; ++round) {
+        for (const char* const name : {"First", "Other"}) {
+            const Module module(std::string(QUENZO_TEST_MODULES "/") + name + "-stack-module.so");
+            auto* const stackOfModule = FIND(module, StackOfModule);
+            places.insert(reinterpret_cast<const void*>(stackOfModule));
+            const std::string stack = stackOfModule();
+            EXPECT_THAT(stack, HasSubstr(std::string(name) + "Function"));
+            EXPECT_THAT(stack, HasSubstr(std::string(name) + "-stack-module.so"));
+            EXPECT_THAT(stack, Not(HasSubstr(name == std::string("First") ? "Other" : "First")));
+        }
+    }
+    // Else nothing was shown.
+    EXPECT_LT(places.size(), 20U);
+}
+
+}  // namespace
+}  // namespace Quenzo::Testing
