@@ -108,7 +108,10 @@ TEST(ModuleTest, Conf_LeavesWithItsModuleAndLeavesGlogAlone) {
         EXPECT_TRUE(IsMapped("libglog.so"));
         early = round == kSettledAfter ? InUse() : early;
     }
-    EXPECT_EQ(InUse(), early);
+    const Memory late = InUse();
+    EXPECT_EQ(late.blocks, early.blocks);
+    // The loader notes down, in lists of its own, which libraries have met the one that stays.
+    EXPECT_LT(late.bytes, early.bytes + kRounds * 64);
 }
 
 TEST(ModuleTest, Failures_CrossModulesByTheirClass) {
