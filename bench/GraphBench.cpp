@@ -1,7 +1,10 @@
 // The graph: loading and saving documents beside RapidJSON alone through the same streams of one virtual call per byte,
-// and the topology check and the path search. The argument is the number of nodes; times grow in proportion to it.
+// and beside Boost.Graph with nlohmann's JSON; the topology check, the path search and the removal of nodes. The
+// argument is the number of nodes; times grow in proportion to it.
 
 #include <bench/ForgetfulOutput.h>
+#include <bench/Verify.h>
+#include <bench/peers/BoostGraph.h>
 
 #include <Conf/Interfaces/GraphAlgorithms.h>
 #include <Conf/Interfaces/ITranscodingMetaGraph.h>
@@ -84,6 +87,16 @@ void LoadDocument_RapidJsonAlone(benchmark::State& state) {
     Finish(state, document.size());
 }
 
+// From a string, byte by byte without a call, which a stream does not allow.
+void LoadDocument_BoostGraph(benchmark::State& state) {
+    const std::string document = MakeDocument(state.range(0));
+    for (auto _ : state) {
+        const auto graph = Bench::BoostGraph::Load(document);
+        benchmark::DoNotOptimize(boost::num_vertices(graph.store));
+    }
+    Finish(state, document.size());
+}
+
 void SaveDocument(benchmark::State& state) {
     const auto graph = MakeChain(state.range(0));
     const std::size_t size = MakeDocument(state.range(0)).size();
@@ -107,10 +120,74 @@ void SaveDocument_RapidJsonAlone(benchmark::State& state) {
 
 void TopologyCheck(benchmark::State& state) {
     const auto graph = MakeChain(state.range(0));
+    bool isValid = false;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(graph->TopologyIsValid());
+        isValid = graph->TopologyIsValid();
+        benchmark::DoNotOptimize(isValid);
     }
+    Bench::Verify(isValid, "the topology of a chain");
     state.SetComplexityN(state.range(0));
+}
+
+void TopologyCheck_BoostGraph(benchmark::State& state) {
+    Bench::BoostGraph graph;
+    for (long long i = 0; i < state.range(0); ++i) {
+        boost::add_vertex(graph.store);
+    }
+    for (long long i = 1; i < state.range(0); ++i) {
+        boost::add_edge(static_cast<std::size_t>(i - 1), static_cast<std::size_t>(i), graph.store);
+    }
+    bool isValid = false;
+    for (auto _ : state) {
+        isValid = graph.TopologyIsValid();
+        benchmark::DoNotOptimize(isValid);
+    }
+    Bench::Verify(isValid, "the topology of a chain");
+    state.SetComplexityN(state.range(0));
+}
+
+long long CountNodes(const ITranscodingMetaGraph& graph) {
+    long long count = 0;
+    graph.VisitNodes([&count](long long /*id*/, const Property& /*tree*/) { ++count; });
+    return count;
+}
+
+// Each node of a chain that has an odd id, the links at it first.
+void RemoveNodes(benchmark::State& state) {
+    const std::string document = MakeDocument(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto graph = ITranscodingMetaGraph::Create();
+        graph->Load(Core::MemoryInput::Create(document));
+        state.ResumeTiming();
+        for (long long id = 1; id <= state.range(0); id += 2) {
+            if (id > 1) {
+                graph->RemoveLink(id - 1, id);
+            }
+            if (id < state.range(0)) {
+                graph->RemoveLink(id, id + 1);
+            }
+            graph->RemoveNode(id);
+        }
+        state.PauseTiming();
+        Bench::Verify(CountNodes(*graph) == state.range(0) / 2, "what is left");
+        graph.reset();
+        state.ResumeTiming();
+    }
+}
+
+void RemoveNodes_BoostGraph(benchmark::State& state) {
+    const std::string document = MakeDocument(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto graph = Bench::BoostGraph::Load(document);
+        state.ResumeTiming();
+        graph.RemoveEverySecondNode();
+        state.PauseTiming();
+        Bench::Verify(boost::num_vertices(graph.store) == static_cast<std::size_t>(state.range(0) / 2), "what is left");
+        graph = {};
+        state.ResumeTiming();
+    }
 }
 
 void PathSearch_Chain(benchmark::State& state) {
@@ -143,6 +220,7 @@ void PathSearch_ChainedDiamonds(benchmark::State& state) {
 constexpr int kStep = 10;
 constexpr int kSmall = 1000;
 constexpr int kLarge = 100000;
+constexpr int kRemoved = 10000;
 
 BENCHMARK(LoadDocument)->RangeMultiplier(kStep)->Range(kSmall, kLarge)->Unit(benchmark::kMillisecond)->Complexity();
 BENCHMARK(LoadDocument_RapidJsonAlone)
@@ -156,6 +234,10 @@ BENCHMARK(SaveDocument_RapidJsonAlone)
     ->Range(kSmall, kLarge)
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
+BENCHMARK(LoadDocument_BoostGraph)->Arg(kSmall)->Arg(kLarge)->Unit(benchmark::kMillisecond);
+BENCHMARK(RemoveNodes)->Arg(kRemoved)->Unit(benchmark::kMillisecond);
+BENCHMARK(RemoveNodes_BoostGraph)->Arg(kRemoved)->Unit(benchmark::kMillisecond);
+BENCHMARK(TopologyCheck_BoostGraph)->Arg(10 * kLarge)->Unit(benchmark::kMillisecond);
 BENCHMARK(TopologyCheck)
     ->RangeMultiplier(kStep)
     ->Range(kSmall, 10 * kLarge)

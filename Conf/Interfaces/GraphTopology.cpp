@@ -32,43 +32,75 @@ const char* GetTopologyFaultCode(TopologyFault fault) {
     return "";
 }
 
+// A large graph lies scattered in memory. It is walked once, for what the rest of the check asks it about again and
+// again.
 bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
-    if (!HasEnoughLinks() || HasCycle()) {
+    if (slots_.size() < 2) {
         return false;
     }
-    const std::vector<std::size_t> pieces = Pieces();
-    return *std::max_element(pieces.begin(), pieces.end()) == 0;
-}
-
-bool ITranscodingMetaGraph::GrahpImpl::HasEnoughLinks() const {
-    return slots_.size() >= 2 && std::none_of(slots_.begin(), slots_.end(), [](const Slot& slot) {
-               return slot.vertex->in.empty() && slot.vertex->out.empty();
-           });
+    FlatLinks links;
+    links.begin.reserve(slots_.size() + 1);
+    links.targets.reserve(edges_.size());
+    for (const Slot& slot : slots_) {
+        const Vertex& vertex = *slot.vertex;
+        if (vertex.in.empty() && vertex.out.empty()) {
+            return false;
+        }
+        links.begin.push_back(links.targets.size());
+        for (const auto edge : vertex.out) {
+            links.targets.push_back(edge->target->position);
+        }
+    }
+    links.begin.push_back(links.targets.size());
+    return !HasCycle(links) && HangsTogether(links);
 }
 
 // Takes away nodes that nothing enters any more; what cannot be taken away is on a cycle or behind one.
-bool ITranscodingMetaGraph::GrahpImpl::HasCycle() const {
-    std::vector<std::size_t> incoming(slots_.size(), 0);
-    for (const Slot& slot : slots_) {
-        for (const auto edge : slot.vertex->out) {
-            ++incoming[edge->target->position];
-        }
+bool ITranscodingMetaGraph::GrahpImpl::HasCycle(const FlatLinks& links) {
+    const std::size_t count = links.begin.size() - 1;
+    std::vector<std::size_t> incoming(count, 0);
+    for (const std::size_t target : links.targets) {
+        ++incoming[target];
     }
-    std::vector<const Vertex*> free;
-    free.reserve(slots_.size());
-    for (const Slot& slot : slots_) {
-        if (incoming[slot.vertex->position] == 0) {
-            free.push_back(slot.vertex.get());
+    std::vector<std::size_t> free;
+    free.reserve(count);
+    for (std::size_t position = 0; position < count; ++position) {
+        if (incoming[position] == 0) {
+            free.push_back(position);
         }
     }
     for (std::size_t i = 0; i < free.size(); ++i) {
-        for (const auto edge : free[i]->out) {
-            if (--incoming[edge->target->position] == 0) {
-                free.push_back(edge->target);
+        for (std::size_t link = links.begin[free[i]]; link < links.begin[free[i] + 1]; ++link) {
+            if (--incoming[links.targets[link]] == 0) {
+                free.push_back(links.targets[link]);
             }
         }
     }
-    return free.size() != slots_.size();
+    return free.size() != count;
+}
+
+bool ITranscodingMetaGraph::GrahpImpl::HangsTogether(const FlatLinks& links) const {
+    std::vector<std::size_t> parents(slots_.size());
+    std::iota(parents.begin(), parents.end(), std::size_t{0});
+    std::size_t pieces = slots_.size();
+    const auto join = [&parents, &pieces](std::size_t one, std::size_t other) {
+        const auto [first, second] = std::minmax({Root(parents, one), Root(parents, other)});
+        parents[second] = first;
+        pieces -= first != second ? 1 : 0;
+    };
+    if (listsAgree_) {
+        for (std::size_t position = 0; position < slots_.size(); ++position) {
+            for (std::size_t link = links.begin[position]; link < links.begin[position + 1]; ++link) {
+                join(position, links.targets[link]);
+            }
+        }
+    } else {
+        // A link whose node was removed counts for the node that took over, which does not list it.
+        for (const Edge& edge : edges_) {
+            join(edge.source->position, edge.target->position);
+        }
+    }
+    return pieces == 1;
 }
 
 // For each position the number of its connected piece, counted from 0 in the order of their first nodes.

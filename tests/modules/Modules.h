@@ -10,6 +10,9 @@ extern "C" {
 /// Describes, saves, loads and asks; returns 7 when all went well.
 MODULE_API int UseLibrary();
 
+/// Has the library ask whether a line is to be logged.
+MODULE_API bool AskTheLog();
+
 /// Raises the failure of that number, from 0 to CountFailures() - 1, by QUENZO_THROW.
 MODULE_API void Raise(int number);
 MODULE_API int CountFailures();
