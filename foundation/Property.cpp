@@ -6,6 +6,7 @@
 #include <boost/container/small_vector.hpp>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -54,11 +55,45 @@ PropertyException NoSuchChild(const Property& parent, const std::string& child, 
     return failure;
 }
 
-// Keys of one size often begin alike (color_primaries, color_transfer), so their last bytes are looked at first.
-bool SameText(const std::string& left, const std::string& right) {
-    const std::size_t size = left.size();
-    return size == right.size() &&
-           (size == 0 || (left[size - 1] == right[size - 1] && std::memcmp(left.data(), right.data(), size) == 0));
+// Both texts have the size, which is at least that of a word: whether their first and their last words, which may
+// overlap, are the same. The last are looked at first, for keys of one size often begin alike (color_primaries,
+// color_transfer).
+template <typename Word>
+bool SameEnds(const char* one, const char* other, std::size_t size) {
+    const auto same = [one, other](std::size_t at) {
+        Word first;
+        Word second;
+        std::memcpy(&first, one + at, sizeof(Word));
+        std::memcpy(&second, other + at, sizeof(Word));
+        return first == second;
+    };
+    return same(size - sizeof(Word)) && same(0);
+}
+
+// Most texts are so short that their ends cover them, in less time than a call takes.
+[[gnu::always_inline]] inline bool SameCharacters(const char* one, const char* other, std::size_t size) {
+    if (size > 32) {
+        return std::memcmp(one, other, size) == 0;
+    }
+    if (size > 16) {
+        return SameEnds<std::uint64_t>(one + 8, other + 8, size - 8) && SameEnds<std::uint64_t>(one, other, size - 8);
+    }
+    if (size >= 8) {
+        return SameEnds<std::uint64_t>(one, other, size);
+    }
+    if (size >= 4) {
+        return SameEnds<std::uint32_t>(one, other, size);
+    }
+    return size == 0 || (SameEnds<char>(one, other, size) && one[size / 2] == other[size / 2]);
+}
+
+inline bool SameText(const std::string& one, const std::string& other) {
+    return one.size() == other.size() && SameCharacters(one.data(), other.data(), one.size());
+}
+
+// The same, for a search, which is faster when its loop holds nothing but the comparison of sizes.
+[[gnu::noinline]] bool SameName(const char* one, const char* other, std::size_t size) {
+    return SameCharacters(one, other, size);
 }
 
 // Two trees, or two lists of children, that are walked side by side without recursion.
@@ -212,16 +247,21 @@ Property& Property::operator=(const boost::rational<long long>& value) {
     return *this;
 }
 
+// On its own, so that the getters stay small enough to be put in place.
+void Property::ThrowWrongType(const char* method) const {
+    PropertyException failure;
+    failure << Exception::TagDescription(
+                   Detail::Format("{} does not apply to \"{}\", which holds another type", method, name_))
+            << PropertyException::TagPropertyName(name_) << PropertyException::TagPropertyType(GetType())
+            << PropertyException::TagMethodName(method);
+    QUENZO_THROW(failure);
+}
+
 template <typename T>
 const T& Property::Get(const char* method) const {
     const T* value = std::get_if<T>(&value_);
     if (value == nullptr) {
-        PropertyException failure;
-        failure << Exception::TagDescription(
-                       Detail::Format("{} does not apply to \"{}\", which holds another type", method, name_))
-                << PropertyException::TagPropertyName(name_) << PropertyException::TagPropertyType(GetType())
-                << PropertyException::TagMethodName(method);
-        QUENZO_THROW(failure);
+        ThrowWrongType(method);
     }
     return *value;
 }
@@ -237,12 +277,15 @@ boost::rational<long long> Property::GetRatio() const { return Get<boost::ration
 bool Property::ChildExists(const std::string& name) const noexcept { return FindChild(name) != end(); }
 
 Property::iterator Property::FindChild(const std::string& name) noexcept {
+    const char* const text = name.data();
+    const std::size_t size = name.size();
     const ChildList* children = Children();
     for (Chunk* chunk = children != nullptr ? children->first : nullptr; chunk != nullptr; chunk = chunk->next) {
         Property* const items = chunk->Items();
         Property* const behind = items + chunk->used;
-        Property* const found =
-            std::find_if(items, behind, [&name](const Property& child) { return SameText(child.name_, name); });
+        Property* const found = std::find_if(items, behind, [text, size](const Property& child) {
+            return child.name_.size() == size && SameName(child.name_.data(), text, size);
+        });
         if (found != behind) {
             return {chunk, static_cast<std::size_t>(found - items)};
         }
@@ -323,21 +366,23 @@ Property& Property::CreateChildT(const std::string& name, const T& value) {
     return children->Emplace(name, value);
 }
 
+// For two values of one type: false when this is the type and they differ.
+template <typename T>
+bool Property::AreSame(const Property& other) const {
+    const T* const value = std::get_if<T>(&value_);
+    if constexpr (std::same_as<T, std::string>) {
+        return value == nullptr || SameText(*value, *std::get_if<T>(&other.value_));
+    } else {
+        return value == nullptr || *value == *std::get_if<T>(&other.value_);
+    }
+}
+
 bool Property::EqualsWithoutChildren(const Property& other) const {
-    if (!SameText(name_, other.name_) || value_.index() != other.value_.index()) {
+    if (value_.index() != other.value_.index() || !SameText(name_, other.name_)) {
         return false;
     }
-    return std::visit(
-        [&other](const auto& value) {
-            using T = std::decay_t<decltype(value)>;
-            const T& counterpart = *std::get_if<T>(&other.value_);
-            if constexpr (std::same_as<T, ChildList>) {
-                return value.count == counterpart.count;
-            } else {
-                return value == counterpart;
-            }
-        },
-        value_);
+    return AreSame<std::string>(other) && AreSame<long long>(other) && AreSame<bool>(other) &&
+           AreSame<boost::rational<long long>>(other) && Count() == other.Count();
 }
 
 bool Property::operator==(const Property& other) const {

@@ -25,7 +25,7 @@ concept PropertyValue = std::same_as<T, long long> || std::same_as<T, std::strin
 template <typename T>
 concept PropertyInteger = std::integral<T> && !std::same_as<T, bool>;
 
-class JsonLoader;
+class TreeBuilder;
 
 /// One node of a tree of named, typed values.
 ///
@@ -221,10 +221,15 @@ private:
     ChildList& ChildrenFor(const char* method);
     bool EqualsWithoutChildren(const Property& other) const;
 
+    [[noreturn]] void ThrowWrongType(const char* method) const;
+
     template <typename T>
     const T& Get(const char* method) const;
 
-    friend class JsonLoader;
+    template <typename T>
+    bool AreSame(const Property& other) const;
+
+    friend class TreeBuilder;
 
     std::string name_;
     Value value_;

@@ -2,60 +2,26 @@
 
 // Shared by the libraries' own sources; not installed.
 
+#include <foundation/Exception.h>
 #include <foundation/Export.h>
+#include <foundation/JsonMemory.h>
 #include <foundation/JsonStream.h>
 #include <foundation/Property.h>
 
-#include <rapidjson/document.h>
-#include <rapidjson/error/error.h>
+#include <rapidjson/encodings.h>
 #include <rapidjson/writer.h>
 
-#include <algorithm>
-#include <cstddef>
-#include <cstring>
-#include <new>
+#include <string>
 
 namespace Quenzo::Core {
 
-/// Memory for RapidJSON, which takes it by malloc when it is left alone and writes through the null pointer when there
-/// is none.
-class JsonMemory {
-public:
-    static constexpr bool kNeedFree = true;
-
-    void* Malloc(std::size_t size) { return size != 0 ? ::operator new(size) : nullptr; }
-
-    void* Realloc(void* block, std::size_t oldSize, std::size_t newSize) {
-        void* const resized = Malloc(newSize);
-        if (const std::size_t kept = std::min(oldSize, newSize); kept != 0) {
-            std::memcpy(resized, block, kept);
-        }
-        Free(block);
-        return resized;
-    }
-
-    static void Free(void* block) noexcept { ::operator delete(block); }
-};
-
-using JsonDocument =
-    rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<JsonMemory>, JsonMemory>;
-using JsonValue = JsonDocument::ValueType;
 using JsonWriter = rapidjson::Writer<JsonQuenzoStreamOut, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory>;
 
-enum class JsonParsing { Done, SyntaxError, TooDeep };
+/// A failure of a method that a property's content is to blame for.
+PropertyException Unusable(const Property& property, const char* method, const std::string& description);
 
-struct JsonParseResult {
-    JsonParsing outcome;
-    rapidjson::ParseErrorCode error;  ///< for SyntaxError
-    std::size_t offset;               ///< in bytes, where the parsing stopped
-};
-
-/// Parses a whole stream without recursion and stops as soon as it nests deeper than PropertySerializer::MAX_DEPTH. The
-/// document is null unless the outcome is Done.
-QUENZO_API JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, JsonDocument& document);
-
-/// PropertySerializer::CoreLoad for a value of such a document.
-QUENZO_API void LoadContent(Property& tree, const JsonValue& in);
+/// "nested deeper than 1000 levels"
+std::string TooDeep();
 
 /// Raises PropertyException when a tree cannot be written as a JSON value that stands at `level` of its document.
 /// Returns whether any node of it has repeated names.

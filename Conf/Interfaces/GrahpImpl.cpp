@@ -28,8 +28,8 @@ Failure LinkFailure(long long from, long long to) {
 }
 
 // Makes room for one more element in the amortised way, so that adding it cannot fail.
-template <typename T>
-void ReserveOneMore(std::vector<T>& elements) {
+template <typename Elements>
+void ReserveOneMore(Elements& elements) {
     if (elements.size() == elements.capacity()) {
         elements.reserve(std::max<std::size_t>(2 * elements.size(), 2));
     }
@@ -117,7 +117,7 @@ auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> No
 
 void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tree) {
     ReserveOneMore(slots_);
-    auto vertex = std::make_unique<Vertex>(Vertex{{id, std::move(tree)}, slots_.size(), {}, {}});
+    std::unique_ptr<Vertex> vertex(new Vertex{{id, std::move(tree)}, slots_.size(), {}, {}});
     idsAscend_ = idsAscend_ && (slots_.empty() || slots_.back().id < id);
     slots_.push_back({id, std::move(vertex)});
 }
@@ -190,7 +190,10 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveLink(NodeId from, NodeId to) {
     const auto entry = EdgeBetween(from, to);
     const auto edge = *entry;
     // The target may hold entries of several edges from that source after nodes were removed; all of them go.
-    std::erase_if(edge->target->in, [edge](EdgeList::iterator each) { return each->source == edge->source; });
+    EdgeRefs& in = edge->target->in;
+    in.erase(
+        std::remove_if(in.begin(), in.end(), [edge](EdgeList::iterator each) { return each->source == edge->source; }),
+        in.end());
     edge->source->out.erase(entry);
     edges_.erase(edge);
 }

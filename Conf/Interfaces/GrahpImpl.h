@@ -4,6 +4,7 @@
 
 #include <Conf/Interfaces/ITranscodingMetaGraph.h>
 
+#include <boost/container/small_vector.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <cstddef>
@@ -52,6 +53,8 @@ private:
         Core::Property data;
     };
 
+    class DocumentReader;
+
     struct Vertex;
 
     struct Edge {
@@ -61,7 +64,8 @@ private:
     };
 
     using EdgeList = std::list<Edge>;
-    using EdgeRefs = std::vector<EdgeList::iterator>;
+    // Few nodes have more links in one direction than fit without a block of their own.
+    using EdgeRefs = boost::container::small_vector<EdgeList::iterator, 2>;
 
     struct Vertex {
         Meta<NodeId> meta;

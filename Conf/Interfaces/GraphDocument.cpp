@@ -1,23 +1,31 @@
 #include <Conf/Interfaces/GrahpImpl.h>
 
 #include <Conf/Interfaces/Exceptions.h>
+#include <foundation/Exception.h>
 #include <foundation/Format.h>
+#include <foundation/JsonReading.h>
 #include <foundation/JsonStream.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/PropertySerializer.h>
 #include <foundation/Throw.h>
+#include <foundation/TreeBuilder.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <limits>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <variant>
+#include <vector>
 
 namespace Quenzo::Conf {
 
 namespace {
 
-using Core::JsonValue;
 using Core::JsonWriter;
 
 // A tree stands inside the root object, an array of elements, the element and the object that names the tree.
@@ -29,32 +37,19 @@ BadJson Malformed(const std::string& structure) {
     return failure;
 }
 
-// The first member of that name; null when there is none, or when the value is no object.
-const JsonValue* FindMember(const JsonValue& value, const char* name) {
-    if (!value.IsObject()) {
-        return nullptr;
-    }
-    const auto member = value.FindMember(name);
-    return member != value.MemberEnd() ? &member->value : nullptr;
-}
+// An id as it is written: an integer, any other number, or 0 when it is missing or no number.
+using WrittenId = std::variant<long long, double>;
 
-const JsonValue* FindArray(const JsonValue& object, const char* name) {
-    const JsonValue* member = FindMember(object, name);
-    return member != nullptr && member->IsArray() ? member : nullptr;
-}
+// The ids that an element may have: its own, and for a link those of its ends.
+using WrittenIds = std::array<WrittenId, 3>;
 
-// An id that is absent, or present but no whole number, counts as 0. A whole number that no id can be is refused: taken
-// for another number it would join the wrong nodes. Beyond the integers only floating-point numbers remain, among which
-// -2^63 may stand for any of its neighbours.
-long long ReadId(const JsonValue& element, const char* name) {
-    const JsonValue* value = FindMember(element, name);
-    if (value == nullptr || !value->IsNumber()) {
-        return 0;
+// A whole number that no id can be is refused: taken for another number it would join the wrong nodes. Beyond the
+// integers only floating-point numbers remain, among which -2^63 may stand for any of its neighbours.
+long long ReadId(const WrittenId& id, const char* name) {
+    if (const auto* integer = std::get_if<long long>(&id)) {
+        return *integer;
     }
-    if (value->IsInt64()) {
-        return value->GetInt64();
-    }
-    const double number = value->GetDouble();
+    const double number = std::get<double>(id);
     if (std::trunc(number) != number) {
         return 0;
     }
@@ -63,23 +58,6 @@ long long ReadId(const JsonValue& element, const char* name) {
         QUENZO_THROW(Malformed(Detail::Format("The value of {} does not fit in 64 bits: {:.0f}", name, number)));
     }
     return static_cast<long long>(number);
-}
-
-// The tree of an element: what its "data" names, or an empty node called "data" when it names nothing.
-Core::Property ReadTree(const JsonValue& element, const char* name) {
-    const JsonValue* data = FindMember(element, name);
-    if (data != nullptr && data->IsObject() && data->MemberCount() == 1 && !data->MemberBegin()->value.IsNull()) {
-        // What Save writes: it needs no wrapper to be taken out of.
-        const auto& [treeName, content] = *data->MemberBegin();
-        Core::Property tree{std::string(treeName.GetString(), treeName.GetStringLength())};
-        Core::LoadContent(tree, content);
-        return tree;
-    }
-    Core::Property wrapper{std::string(name)};
-    if (data != nullptr) {
-        Core::LoadContent(wrapper, *data);
-    }
-    return wrapper.Count() != 0 ? std::move(wrapper[0]) : wrapper;
 }
 
 bool IsEmptyTree(const Core::Property& tree) {
@@ -104,6 +82,181 @@ void WriteTree(JsonWriter& writer, const char* name, const Core::Property& tree,
 }
 
 }  // namespace
+
+// Collects the nodes and links of a document from the events of a JSON parser. Of members of one name the first counts,
+// and members without a meaning are passed over, whatever they hold.
+class ITranscodingMetaGraph::GrahpImpl::DocumentReader {
+public:
+    // A node or a link. An element that is no object counts as one without members.
+    struct Element {
+        Core::Property tree;
+        WrittenIds ids;
+    };
+
+    struct Section {
+        bool isNamed = false;
+        bool isArray = false;
+        std::vector<Element> elements;  // up to the first whose tree cannot be made
+        std::exception_ptr failure;     // why it cannot be made
+
+        void RequireAll() const {
+            if (failure != nullptr) {
+                std::rethrow_exception(failure);
+            }
+        }
+    };
+
+    bool IsObject() const noexcept { return isObject_; }
+    Section& Vertices() noexcept { return vertices_; }
+    Section& Edges() noexcept { return edges_; }
+
+    void Null() {
+        PassScalar([](Core::TreeBuilder& tree) { tree.Null(); });
+    }
+    void Bool(bool value) {
+        PassScalar([value](Core::TreeBuilder& tree) { tree.Bool(value); });
+    }
+    void Int64(std::int64_t value) {
+        SetId(value);
+        PassScalar([value](Core::TreeBuilder& tree) { tree.Int64(value); });
+    }
+    void Uint64(std::uint64_t value) {
+        SetId(static_cast<double>(value));
+        PassScalar([value](Core::TreeBuilder& tree) { tree.Uint64(value); });
+    }
+    void Double(double value) {
+        SetId(value);
+        PassScalar([value](Core::TreeBuilder& tree) { tree.Double(value); });
+    }
+    void String(const char* text, std::size_t length, bool copy) {
+        PassScalar([text, length, copy](Core::TreeBuilder& tree) { tree.String(text, length, copy); });
+    }
+    void Key(const char* text, std::size_t length, bool copy) {
+        if (depth_ == kRoot) {
+            BeginSection({text, length});
+        } else if (section_ != nullptr && depth_ == kElement) {
+            BeginMember({text, length});
+        } else if (IsInTree()) {
+            tree_.Key(text, length, copy);
+        }
+    }
+
+    void StartObject() {
+        isObject_ = isObject_ || depth_ == 0;
+        if (IsInTree()) {
+            tree_.StartObject();
+        } else if (IsBetweenElements()) {
+            BeginElement();
+        }
+        ++depth_;
+    }
+    void EndObject(std::size_t count) {
+        --depth_;
+        if (IsInTree()) {
+            tree_.EndObject(count);
+        } else if (IsBetweenElements()) {
+            EndElement();
+        }
+    }
+    void StartArray() {
+        if (IsInTree()) {
+            tree_.StartArray();
+        } else if (IsBetweenElements()) {
+            BeginElement();
+        } else if (depth_ == kRoot && named_ != nullptr) {
+            section_ = named_;
+            section_->isArray = true;
+        }
+        ++depth_;
+    }
+    void EndArray(std::size_t count) {
+        --depth_;
+        if (IsInTree()) {
+            tree_.EndArray(count);
+        } else if (IsBetweenElements()) {
+            EndElement();
+        } else if (depth_ == kRoot) {
+            section_ = nullptr;
+        }
+    }
+
+private:
+    enum Member : unsigned { Id, From, To, Data, Other };
+
+    // How many arrays and objects are open where the members of the root stand, the elements, and their members.
+    static constexpr int kRoot = 1;
+    static constexpr int kSection = 2;
+    static constexpr int kElement = 3;
+
+    bool IsInTree() const noexcept { return member_ == Data && depth_ >= kElement; }
+    bool IsBetweenElements() const noexcept { return section_ != nullptr && depth_ == kSection; }
+
+    template <typename Send>
+    void PassScalar(Send send) {
+        if (IsInTree()) {
+            send(tree_);
+        } else if (IsBetweenElements()) {
+            BeginElement();
+            EndElement();
+        }
+    }
+
+    void SetId(WrittenId id) {
+        if (depth_ == kElement && member_ < Data) {
+            ids_[member_] = id;
+        }
+    }
+
+    void BeginSection(std::string_view name) {
+        Section* const section = name == VERTICES ? &vertices_ : name == EDGES ? &edges_ : nullptr;
+        named_ = nullptr;
+        if (section != nullptr && !section->isNamed) {
+            section->isNamed = true;
+            named_ = section;
+        }
+    }
+
+    void BeginElement() {
+        ids_ = {};
+        seen_ = 0;
+        member_ = Other;
+    }
+
+    void BeginMember(std::string_view name) {
+        static constexpr std::array<std::string_view, 4> names = {ID, FROM, TO, DATA};
+        const auto place = static_cast<unsigned>(std::find(names.begin(), names.end(), name) - names.begin());
+        const unsigned bit = 1U << place;
+        const bool counts = (seen_ & bit) == 0 && section_->failure == nullptr;
+        member_ = counts ? static_cast<Member>(place) : Other;
+        seen_ |= bit;
+    }
+
+    // The tree of an element is what its "data" names, or an empty node called "data" when it names nothing.
+    void EndElement() {
+        member_ = Other;
+        if (section_->failure != nullptr) {
+            return;
+        }
+        try {
+            section_->elements.push_back({tree_.TakeFirstChild(), ids_});
+        } catch (const Core::PropertyException&) {
+            section_->failure = std::current_exception();
+        }
+    }
+
+    Section vertices_;
+    Section edges_;
+    bool isObject_ = false;
+
+    int depth_ = 0;
+    Section* named_ = nullptr;    // whose value comes next
+    Section* section_ = nullptr;  // whose array is open
+
+    WrittenIds ids_;
+    unsigned seen_ = 0;  // a bit for each Member that the element has had
+    Member member_ = Other;
+    Core::TreeBuilder tree_{DATA};
+};
 
 void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output) const {
     // All that can be wrong with the trees is found before the first byte goes out.
@@ -145,37 +298,38 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
     lastLinkId_ = 0;
 
     Core::JsonQuenzoStreamIn stream(input);
-    Core::JsonDocument document;
-    if (Core::ParseJson(stream, document).outcome == Core::JsonParsing::TooDeep) {
+    DocumentReader document;
+    const Core::JsonParsing outcome = Core::ParseJson(stream, document).outcome;
+    if (outcome == Core::JsonParsing::TooDeep) {
         QUENZO_THROW(Malformed(
             Detail::Format("The document is nested deeper than {} levels.", Core::PropertySerializer::MAX_DEPTH)));
     }
-    if (!document.IsObject()) {
+    if (outcome == Core::JsonParsing::SyntaxError || !document.IsObject()) {
         QUENZO_THROW(Malformed("The root node must be an object."));
     }
-    const JsonValue* vertices = FindArray(document, VERTICES);
-    const JsonValue* edges = FindArray(document, EDGES);
-    if (vertices == nullptr || edges == nullptr) {
+    auto& vertices = document.Vertices();
+    auto& edges = document.Edges();
+    if (!vertices.isArray || !edges.isArray) {
         QUENZO_THROW(
             Malformed(std::string("The root object must have two nested arrays named ") + VERTICES + " and " + EDGES));
     }
-    slots_.reserve(slots_.size() + vertices->Size());
-    for (const JsonValue& element : vertices->GetArray()) {
-        Core::Property tree = ReadTree(element, DATA);
-        const NodeId id = ReadId(element, ID);
+    slots_.reserve(slots_.size() + vertices.elements.size());
+    for (auto& element : vertices.elements) {
+        const NodeId id = ReadId(element.ids[0], ID);
         lastNodeId_ = std::max(lastNodeId_, id);
-        AppendNode(id, std::move(tree));
+        AppendNode(id, std::move(element.tree));
     }
+    vertices.RequireAll();
     const Finder find(*this);
-    for (const JsonValue& element : edges->GetArray()) {
-        Core::Property tree = ReadTree(element, DATA);
-        lastLinkId_ = std::max(lastLinkId_, ReadId(element, ID));
-        const NodeId from = ReadId(element, FROM);
-        const NodeId to = ReadId(element, TO);
+    for (auto& element : edges.elements) {
+        lastLinkId_ = std::max(lastLinkId_, ReadId(element.ids[0], ID));
+        const NodeId from = ReadId(element.ids[1], FROM);
+        const NodeId to = ReadId(element.ids[2], TO);
         Vertex& source = find(from);
         Vertex& target = find(to);
-        AppendLink(source, target, std::move(tree));
+        AppendLink(source, target, std::move(element.tree));
     }
+    edges.RequireAll();
 }
 
 }  // namespace Quenzo::Conf

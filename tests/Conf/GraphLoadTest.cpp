@@ -94,6 +94,22 @@ TEST(GraphLoadTest, Load_TakesTheFirstOfMembersOfOneName) {
     EXPECT_EQ(NodesOf(graph), (std::vector<Node>{{1, Property("data")}}));
 }
 
+TEST(GraphLoadTest, Load_TakesTheFirstOfSeveralMembersOfAnElement) {
+    EXPECT_EQ(TreeOf(R"({"a":1},"data":{"b":2})"), Property("a", 1));
+    EXPECT_EQ(TreeOf(R"(null,"data":{"b":2})"), Property("data"));
+    EXPECT_EQ(TreeOf(R"({"a":1},"data":1.5)"), Property("a", 1));
+    const Graph graph = Loaded(Edges(R"({"id":"x","id":7,"from":1,"from":2,"to":2,"to":[]})"));
+    EXPECT_EQ(LinksOf(graph), (std::vector<Link>{{1, 1, 2, Property("data")}}));
+}
+
+TEST(GraphLoadTest, Load_TakesNoIdFromInsideAValue) {
+    for (const char* vertex : {R"({"id":{"id":5}})", R"({"id":[5]})", R"({"id":[5,6],"x":{"id":7}})",
+                               R"({"x":[{"id":7,"data":{"a":1}}]})", R"([{"id":7,"data":{"a":1}},{"id":8}])"}) {
+        EXPECT_EQ(NodesOf(Loaded(Vertices(vertex))), (std::vector<Node>{{0, Property("data")}})) << vertex;
+    }
+    EXPECT_EQ(NodesOf(Loaded(Vertices(R"({"data":{"a":{"id":7,"data":8}},"id":9})"))).front().id, 9);
+}
+
 TEST(GraphLoadTest, Load_DoesNotCareForBlanksOrderOrOtherMembers) {
     const Graph graph = Loaded(
         "\t{ \"edges\" : [ { \"data\" : { \"l\" : 1 } , \"to\" : 2 , \"note\" : [ [ ] ] , \"from\" : 1 , \"id\" : 4 } "
@@ -247,6 +263,12 @@ TEST(GraphLoadTest, Load_KeepsALeafThatNoObjectNames) {
     EXPECT_EQ(TreeOf("[2,4]"), Property("data", boost::rational<long long>(1, 2)));
 }
 
+TEST(GraphLoadTest, Load_TellsATreeCalledDataFromNoTree) {
+    const Property tree = TreeOf(R"({"data":null})");
+    EXPECT_EQ(tree.GetName(), "data");
+    EXPECT_EQ(tree.GetType(), PropertyTypes::None);
+}
+
 TEST(GraphLoadTest, Load_OfATreeWhoseNameIsNullKeepsItsName) {
     const Property tree = TreeOf(R"({"a":null})");
     EXPECT_EQ(tree.GetName(), "a");
@@ -273,6 +295,31 @@ TEST(GraphLoadTest, Load_ThatFailsKeepsWhatCameBefore) {
     EXPECT_EQ(NodesOf(graph), (std::vector<Node>{{4, Property("a", 1)}}));
     EXPECT_EQ(graph->GetNodesCount(), 4);
     ExpectUsable(graph);
+}
+
+// Wherever the fault of a tree stands: the text comes first, then what every document must have, then the nodes, then
+// the links.
+TEST(GraphLoadTest, Load_ReportsTheDocumentBeforeItsTreesAndNodesBeforeLinks) {
+    ExpectBadJson(R"({"vertices":[{"data":1.5}],"edges":[})", kRootMessage);
+    ExpectBadJson(R"({"vertices":[{"data":1.5}]})", kArraysMessage);
+    const Graph graph = ITranscodingMetaGraph::Create();
+    try {
+        LoadText(graph,
+                 R"({"edges":[{"data":2.5},{"from":1,"to":1}],"vertices":[{"id":1},{"data":1.5},{"data":3.5}]})");
+        FAIL() << "nothing was thrown";
+    } catch (const Core::PropertyException& failure) {
+        EXPECT_STREQ(failure.what(), "\"data\" holds 1.5, which is no signed 64-bit integer");
+    }
+    EXPECT_EQ(NodesOf(graph), (std::vector<Node>{{1, Property("data")}}));
+    EXPECT_EQ(LinksOf(graph), std::vector<Link>());
+}
+
+TEST(GraphLoadTest, Load_ThatFailsAtTheTreeOfALinkKeepsTheLinksBefore) {
+    const Graph graph = ITranscodingMetaGraph::Create();
+    EXPECT_THROW(LoadText(graph, Edges(R"({"id":3,"to":1},{"id":8,"to":2,"data":[]},{"from":2,"to":1})")),
+                 Core::PropertyException);
+    EXPECT_EQ(LinksOf(graph), (std::vector<Link>{{4, 0, 1, Property("data")}}));
+    EXPECT_EQ(graph->AddLink(0, 2, Property("next")), 5);
 }
 
 TEST(GraphLoadTest, Load_ThatFailsAtALinkKeepsAllNodesAndTheLinksBefore) {

@@ -142,6 +142,15 @@ TEST(PropertySerializerRefusalTest, Content_IsNamedEvenWhenTheNameIsEmpty) {
     ExpectContentRefused(R"({"":1.5})", "", "\"\" holds 1.5, which is no signed 64-bit integer");
 }
 
+TEST(PropertySerializerRefusalTest, Content_ThatIsWrongTwiceIsRefusedForWhatComesFirst) {
+    const std::string array =
+        "holds an array that is neither a rational [numerator,denominator] nor a list of one-member objects";
+    ExpectContentRefused(R"({"a":1.5,"b":[]})", "a", "\"a\" holds 1.5, which is no signed 64-bit integer");
+    ExpectContentRefused(R"([{"a":1.5},2])", "a", "\"a\" holds 1.5, which is no signed 64-bit integer");
+    ExpectContentRefused(R"([2,{"a":1.5}])", "target", "\"target\" " + array);
+    ExpectContentRefused(R"([[1.5],{"a":1.5}])", "target", "\"target\" " + array);
+}
+
 void ExpectTextRefused(const std::string& json, const std::string& description) {
     ExpectRefused([&](Property& target) { ReadInto(target, json); }, "Read", "target", description);
 }
@@ -157,6 +166,11 @@ TEST(PropertySerializerRefusalTest, Text_ThatEndsTooEarly) {
     ExpectTextRefused("\"abc", "no JSON at byte 4: Missing a closing quotation mark in string.");
     ExpectTextRefused("tru", "no JSON at byte 3: Invalid value.");
     ExpectTextRefused("-", "no JSON at byte 1: Invalid value.");
+}
+
+TEST(PropertySerializerRefusalTest, Text_ThatIsNoJsonIsRefusedBeforeItsContent) {
+    ExpectTextRefused(R"({"a":1.5)", "no JSON at byte 8: Missing a comma or '}' after an object member.");
+    ExpectTextRefused(R"([[],[1])", "no JSON at byte 7: Missing a comma or ']' after an array element.");
 }
 
 TEST(PropertySerializerRefusalTest, Text_ThatIsNoStandardJson) {
