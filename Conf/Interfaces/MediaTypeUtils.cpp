@@ -21,7 +21,6 @@ namespace {
 using Detail::FileText;
 using Detail::FormatExtension;
 using Detail::kFormatExtensions;
-using Detail::TextIndex;
 using Strings = std::vector<std::string>;
 
 struct Group {
@@ -66,35 +65,23 @@ constexpr std::size_t CountDifferent(Member member) {
     return count;
 }
 
-constexpr char Folded(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+template <std::size_t N>
+using CaselessIndex = Detail::TextIndex<N, Detail::CaselessWords>;
 
 // Finds, for a text in any case, what stands in the other member of its pairs.
 template <std::size_t N>
 class PairIndex {
 public:
-    PairIndex(const TextIndex<N>& index, Member from, Member to) : index_(index) {
+    PairIndex(const CaselessIndex<N>& index, Member from, Member to) : index_(index) {
         for (const FormatExtension& pair : kFormatExtensions) {
             found_[index_.Find(pair.*from)].emplace_back(pair.*to);
         }
     }
 
-    const Strings& Find(std::string_view text) const noexcept { return found_[index_.Find(Fold(text).Text())]; }
+    const Strings& Find(std::string_view text) const noexcept { return found_[index_.Find(text)]; }
 
 private:
-    // The text in lower case; no text when it is longer than all that are known.
-    class Fold {
-    public:
-        explicit Fold(std::string_view text) noexcept : size_(text.size() <= letters_.size() ? text.size() : 0) {
-            std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(size_), letters_.begin(), Folded);
-        }
-        std::string_view Text() const noexcept { return {letters_.data(), size_}; }
-
-    private:
-        std::array<char, 32> letters_;
-        std::size_t size_;
-    };
-
-    const TextIndex<N>& index_;
+    const CaselessIndex<N>& index_;
     std::array<Strings, N + 1> found_;  // the last stays empty: it is for what the index does not find
 };
 
@@ -112,19 +99,10 @@ constexpr std::array<std::string_view, N> Different(Member member) {
     return texts;
 }
 
-constexpr bool AreFoldedAndShort(const FormatExtension& pair) {
-    const auto isFolded = [](std::string_view text) {
-        return text.size() <= 32 && std::all_of(text.begin(), text.end(), [](char c) { return c == Folded(c); });
-    };
-    return isFolded(pair.format) && isFolded(pair.extension);
-}
-
-static_assert(std::all_of(kFormatExtensions.begin(), kFormatExtensions.end(), AreFoldedAndShort));
-
 constexpr std::size_t kFormats = CountDifferent(&FormatExtension::format);
 constexpr std::size_t kExtensions = CountDifferent(&FormatExtension::extension);
-constexpr TextIndex kFormatIndex(Different<kFormats>(&FormatExtension::format));
-constexpr TextIndex kExtensionIndex(Different<kExtensions>(&FormatExtension::extension));
+constexpr CaselessIndex<kFormats> kFormatIndex(Different<kFormats>(&FormatExtension::format));
+constexpr CaselessIndex<kExtensions> kExtensionIndex(Different<kExtensions>(&FormatExtension::extension));
 
 }  // namespace
 

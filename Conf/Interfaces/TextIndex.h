@@ -19,12 +19,30 @@ constexpr std::array<std::string_view, N> TextsOf(const std::array<Row, N>& rows
     return texts;
 }
 
+/// How an index tells texts apart: by their bytes.
+struct ExactWords {
+    static constexpr std::uint64_t Fold(std::uint64_t word) noexcept { return word; }
+};
+
+/// How an index tells texts apart: without regard to the case of A to Z.
+struct CaselessWords {
+    /// Lowers each of the eight bytes that is a capital letter. No byte carries into the next: the sums are of seven
+    /// bits and set the eighth.
+    static constexpr std::uint64_t Fold(std::uint64_t word) noexcept {
+        constexpr std::uint64_t ones = 0x0101010101010101U;
+        const std::uint64_t low = word & (0x7F * ones);
+        const std::uint64_t fromA = low + (0x80 - 'A') * ones;
+        const std::uint64_t behindZ = low + (0x7F - 'Z') * ones;
+        return word + ((fromA & ~behindZ & ~word & (0x80 * ones)) >> 2);
+    }
+};
+
 /// Tells at which place of a fixed table a text stands. Made by the compiler, as a perfect hash: the texts are spread
 /// over buckets, and for each bucket a displacement is searched for that puts its texts into free slots, so a look-up
 /// costs one hash, two loads and one comparison. The hash sees eight characters behind what all texts begin with and
 /// the last eight; should that be too little to tell the texts apart, or should a text stand there twice, the compiler
 /// reports it.
-template <std::size_t N>
+template <std::size_t N, typename Words = ExactWords>
 class TextIndex {
     static_assert(N > 1 && N <= 0x8000, "places and slots are kept in 16 bits, and a table of one text needs no index");
 
@@ -47,7 +65,7 @@ public:
         }
         const std::uint64_t hash = HashOf(text);
         const std::size_t place = slots_[SlotOf(hash, displacements_[BucketOf(hash)])];
-        return place < N && texts_[place] == text ? place : N;
+        return place < N && AreSame(texts_[place], text) ? place : N;
     }
 
 private:
@@ -70,16 +88,20 @@ private:
         return ((std::uint64_t{static_cast<unsigned char>(from[I])} << (8 * I)) | ...);
     }
 
+    template <std::size_t Width>
+    static constexpr std::uint64_t WordAt(std::string_view text, std::size_t at) noexcept {
+        return Words::Fold(Load(text.data() + at, std::make_index_sequence<Width>()));
+    }
+
     // Word by word, from behind the common beginning; the last word overlaps the one before as the length demands.
     template <std::size_t Width>
     constexpr std::uint64_t HashOfWords(std::string_view text) const noexcept {
-        constexpr auto characters = std::make_index_sequence<Width>();
         const std::size_t last = text.size() - Width;
         std::uint64_t hash = text.size();
         for (std::size_t at = std::min(common_, last); at < last; at += Width) {
-            hash = std::rotl((hash ^ Load(text.data() + at, characters)) * multiplier_, 32);
+            hash = std::rotl((hash ^ WordAt<Width>(text, at)) * multiplier_, 32);
         }
-        hash = (hash ^ Load(text.data() + last, characters)) * multiplier_;
+        hash = (hash ^ WordAt<Width>(text, last)) * multiplier_;
         return hash ^ (hash >> 32);
     }
 
@@ -88,6 +110,27 @@ private:
             return HashOfWords<8>(text);
         }
         return text.size() >= 4 ? HashOfWords<4>(text) : HashOfWords<2>(text);
+    }
+
+    template <std::size_t Width>
+    static constexpr bool AreSameWords(std::string_view one, std::string_view other) noexcept {
+        const std::size_t last = one.size() - Width;
+        for (std::size_t at = 0; at < last; at += Width) {
+            if (WordAt<Width>(one, at) != WordAt<Width>(other, at)) {
+                return false;
+            }
+        }
+        return WordAt<Width>(one, last) == WordAt<Width>(other, last);
+    }
+
+    static constexpr bool AreSame(std::string_view one, std::string_view other) noexcept {
+        if (one.size() != other.size()) {
+            return false;
+        }
+        if (one.size() >= 8) {
+            return AreSameWords<8>(one, other);
+        }
+        return one.size() >= 4 ? AreSameWords<4>(one, other) : AreSameWords<2>(one, other);
     }
 
     // The bucket comes from the top of the hash and the slot from below, so that the texts of a bucket differ in it.

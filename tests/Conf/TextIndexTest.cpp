@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <random>
 #include <set>
@@ -244,6 +245,50 @@ TEST(TextIndexTest, Find_TellsTextsOfOneCharacterApartByTheirLength) {
     ExpectFinds<3>({"bb", std::string(20, 'a'), std::string(21, 'a')});
     ExpectFinds<3>({"ab", "aa", "aaa"});
     ExpectFinds<2>({"ab", std::string("ab\0\0", 4)});
+}
+
+constexpr TextIndex<6, CaselessWords> kCaseless({"mp4", "Matroska", "ts", "quicktime-movie", "az@[`{", "\xC1\xDA"});
+
+TEST(TextIndexTest, Find_WithoutRegardToCase) {
+    for (const char* text : {"mp4", "MP4", "mP4", "Mp4"}) {
+        EXPECT_EQ(kCaseless.Find(text), 0U) << text;
+    }
+    EXPECT_EQ(kCaseless.Find("matroska"), 1U);
+    EXPECT_EQ(kCaseless.Find("MATROSKA"), 1U);
+    EXPECT_EQ(kCaseless.Find("tS"), 2U);
+    EXPECT_EQ(kCaseless.Find("QuickTime-Movie"), 3U);
+    EXPECT_EQ(kCaseless.Find("quicktime_movie"), 6U);
+    EXPECT_EQ(kCaseless.Find("AZ@[`{"), 4U);
+}
+
+// The characters beside the letters, and bytes that are letters but for their eighth bit, differ by the same bit.
+TEST(TextIndexTest, Find_WithoutRegardToCaseFoldsLettersOnly) {
+    EXPECT_EQ(kCaseless.Find("az`[`{"), 6U);
+    EXPECT_EQ(kCaseless.Find("az@{`{"), 6U);
+    EXPECT_EQ(kCaseless.Find("az@[@{"), 6U);
+    EXPECT_EQ(kCaseless.Find("az@[`["), 6U);
+    EXPECT_EQ(kCaseless.Find("\xC1\xDA"), 5U);
+    EXPECT_EQ(kCaseless.Find("\xE1\xDA"), 6U);
+    EXPECT_EQ(kCaseless.Find("\xC1\xFA"), 6U);
+    EXPECT_EQ(kCaseless.Find("mp\x14"), 6U);
+}
+
+TEST(TextIndexTest, Fold_LowersEachByteByItself) {
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const std::uint64_t lowered = byte >= 'A' && byte <= 'Z' ? byte + 32 : byte;
+        for (unsigned place = 0; place < 64; place += 8) {
+            for (const std::uint64_t others :
+                 {std::uint64_t{0}, ~std::uint64_t{0}, std::uint64_t{0x7F7F7F7F7F7F7F7F}}) {
+                const std::uint64_t around = others & ~(std::uint64_t{0xFF} << place);
+                EXPECT_EQ(CaselessWords::Fold(around | std::uint64_t{byte} << place), around | lowered << place);
+            }
+        }
+    }
+}
+
+TEST(TextIndexTest, ATextThatStandsThereTwiceButForItsCase_IsReported) {
+    using Caseless = TextIndex<2, CaselessWords>;
+    EXPECT_THROW(Caseless({"mp4", "MP4"}), std::logic_error);
 }
 
 RC_GTEST_PROP(TextIndexTest, Find_AgreesWithASearchFromTheStart, (unsigned seed, const std::string& other)) {
