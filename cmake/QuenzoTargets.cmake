@@ -1,5 +1,6 @@
 # How every target of the project is built.
 
+include(CheckCXXSymbolExists)
 include(CheckLinkerFlag)
 
 # Warnings, the language level and the rules that make results the same on every machine.
@@ -55,19 +56,37 @@ function(quenzo_fast_loading target)
                                            # Whether a library can be unloaded is decided here, not by which symbols are unique.
                                            $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
-  set(interposed ${PROJECT_SOURCE_DIR}/cmake/interposed.list)
   target_link_options(
     ${target}
     PRIVATE
     -Wl,-Bsymbolic
-    -Wl,--dynamic-list=${interposed}
     -Wl,--version-script=${exports}
     -Wl,--gc-sections
     -Wl,-O1)
-  set_target_properties(${target} PROPERTIES LINK_DEPENDS "${exports};${interposed}")
+  set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
+  # Other C++ runtime libraries know a type by the address of its description, which then must be the same everywhere.
+  check_cxx_symbol_exists(__GLIBCXX__ version QUENZO_TYPES_ARE_KNOWN_BY_NAME)
+  if(NOT QUENZO_TYPES_ARE_KNOWN_BY_NAME)
+    target_link_options(${target} PRIVATE -Wl,--dynamic-list=${PROJECT_SOURCE_DIR}/cmake/types.list)
+  endif()
   # Addresses that only depend on where the library lies take a bit each instead of 24 bytes.
   check_linker_flag(CXX "-Wl,--fatal-warnings,-z,pack-relative-relocs" QUENZO_HAS_PACKED_RELOCATIONS)
   if(QUENZO_HAS_PACKED_RELOCATIONS)
     target_link_options(${target} PRIVATE -Wl,-z,pack-relative-relocs)
   endif()
+endfunction()
+
+# Has the constants of a library looked up at load that a program may not find otherwise. A program that names a constant
+# may hold a copy of it, which the loader fills with the bytes that the constant has before any code runs. A constant that
+# the compiler has made is right in both places; one that code makes at load has to be made where the program looks for
+# it. All of these are in one source. Each costs a little of the time of loading, so the others are not looked up.
+function(quenzo_constants_in target source)
+  set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}-constants.list)
+  add_custom_command(
+    TARGET ${target}
+    PRE_LINK
+    COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} "-DOBJECT=$<FILTER:$<TARGET_OBJECTS:${target}>,INCLUDE,/${source}>"
+            -DLIST=${list} -P ${PROJECT_SOURCE_DIR}/cmake/ConstantsList.cmake
+    VERBATIM)
+  target_link_options(${target} PRIVATE -Wl,--dynamic-list=${list})
 endfunction()

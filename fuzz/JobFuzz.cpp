@@ -60,9 +60,16 @@ void Ask(const Graph& graph) {
     graph->SaveInToDot(drawing);
 }
 
+// A tree that holds nothing is not saved, and comes back as what stands for a tree that is not there.
+Property AsLoaded(const Property& tree) {
+    const bool holdsNothing = tree.GetType() == PropertyTypes::None ||
+                              (tree.GetType() == PropertyTypes::Node && tree.GetName().empty() && tree.Count() == 0);
+    return holdsNothing ? Property("data") : tree;
+}
+
 void Compare(const Graph& graph, const Graph& copy) {
     std::vector<Property> trees;
-    const auto collect = [&trees](const Property& tree) { trees.push_back(tree); };
+    const auto collect = [&trees](const Property& tree) { trees.push_back(AsLoaded(tree)); };
     graph->VisitNodes([&](auto, const Property& tree) { collect(tree); });
     graph->VisitLinks([&](auto, auto, auto, const Property& tree) { collect(tree); });
     std::size_t at = 0;

@@ -25,7 +25,7 @@ MEMORY_LIMIT = 6 << 30
 SLOW = 0.3  # seconds that a test takes
 CONFIGURATION = [
     "-G", "Ninja", "-DCMAKE_CXX_COMPILER=g++", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DBUILD_SHARED_LIBS=ON",
-    "-DQUENZO_WERROR=OFF", "-DQUENZO_BUILD_EXAMPLES=OFF", "-DQUENZO_INSTALL=OFF", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
+    "-DQUENZO_BUILD_EXAMPLES=OFF", "-DQUENZO_INSTALL=OFF", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
     # The library of a mutant is found through the environment, which only this kind of path lets pass.
     "-DCMAKE_EXE_LINKER_FLAGS=-Wl,--enable-new-dtags", "-DCMAKE_SHARED_LINKER_FLAGS=-Wl,--enable-new-dtags",
 ]  # fmt: skip
