@@ -1,5 +1,5 @@
-// Loads the library, an empty one or GStreamer's, once, and writes the processor time that this took, in the form in
-// which the other programs write theirs. A library is loaded once in a process: whoever wants a median starts this
+// Loads the library, an empty one or GStreamer's, once, and writes the processor time and the blocks of memory that this
+// took, in the form in which the other programs write theirs. A library is loaded once in a process: whoever wants a median starts this
 // program as often.
 //
 //   bench-load Quenzo|Empty|GStreamer
@@ -8,15 +8,22 @@
 
 #include <dlfcn.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <string>
 #include <string_view>
 
+// The C library's own, under the names that it keeps for whoever replaces them.
+extern "C" void* __libc_malloc(std::size_t size);
+extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
+
 namespace {
 
 using Quenzo::Bench::Verify;
+
+std::size_t blocks = 0;
 
 double ProcessorNanoseconds() {
     timespec now = {};
@@ -59,6 +66,16 @@ void LoadGStreamer() {
 
 }  // namespace
 
+extern "C" void* malloc(std::size_t size) {
+    ++blocks;
+    return __libc_malloc(size);
+}
+
+extern "C" void* calloc(std::size_t count, std::size_t size) {
+    ++blocks;
+    return __libc_calloc(count, size);
+}
+
 int main(int argc, char** argv) {
     const std::string_view column = argc == 2 ? argv[1] : "";
     void (*load)() = nullptr;
@@ -72,10 +89,12 @@ int main(int argc, char** argv) {
         std::fputs("usage: bench-load Quenzo|Empty|GStreamer\n", stderr);
         return 2;
     }
+    const std::size_t blocksBefore = blocks;
     const double before = ProcessorNanoseconds();
     load();
     const double after = ProcessorNanoseconds();
-    std::printf(R"({"benchmarks": [{"name": "LibraryLoad/%s", "cpu_time": %.0f, "time_unit": "ns"}]})"
+    std::printf(R"({"benchmarks": [{"name": "LibraryLoad/%s", "cpu_time": %.0f, "time_unit": "ns"},)"
+                R"({"name": "LibraryLoadAllocations/%s", "allocations": %zu}]})"
                 "\n",
-                argv[1], after - before);
+                argv[1], after - before, argv[1], blocks - blocksBefore);
 }

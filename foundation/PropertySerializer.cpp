@@ -8,6 +8,7 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
 
 #include <algorithm>

@@ -4,11 +4,12 @@
 #include <foundation/Export.h>
 #include <foundation/Property.h>
 
-#include <rapidjson/document.h>
+#include <rapidjson/fwd.h>
 
 namespace Quenzo::Core {
 
-/// Property trees as JSON. The value of a property, without its own name, becomes:
+/// Property trees as JSON. Whoever has RapidJSON values includes <rapidjson/document.h>, which this header does without.
+/// The value of a property, without its own name, becomes:
 ///
 ///   type     JSON
 ///   None     null
@@ -29,7 +30,8 @@ public:
     /// Fills a JSON value with the content of a tree. Raises PropertyException, and leaves `out` alone, when the tree
     /// is deeper than a document may be or a text is longer than JSON values can hold (2^32 - 1 bytes). RapidJSON's own
     /// allocator, which the caller brings, does not report that memory has run out: the program then ends.
-    static void Save(const Property& tree, rapidjson::Value& out, rapidjson::Document::AllocatorType& allocator);
+    static void Save(const Property& tree, rapidjson::Value& out,
+                     rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& allocator);
 
     /// Fills a property with the content of a JSON value; its name stays. null leaves it as it is. A failure leaves it
     /// as it was.

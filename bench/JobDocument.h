@@ -1,0 +1,52 @@
+#pragma once
+
+#include <Conf/Interfaces/ITranscodingMetaGraph.h>
+#include <foundation/DataStream.h>
+#include <foundation/Property.h>
+
+#include <boost/rational.hpp>
+
+#include <string>
+
+namespace Quenzo::Bench {
+
+/// What a source's node may hold: six children of the usual kinds.
+inline Core::Property NodeTree(long long number) {
+    Core::Property tree("streamRaw");
+    tree.SetChildT<long long>("id", number);
+    tree.SetChildT<std::string>("codec_id", "CODEC_ID_H264");
+    tree.SetChildT<long long>("width", 1920);
+    tree.SetChildT<long long>("height", 1080);
+    tree.SetChildT<boost::rational<long long>>("frameRateRatio", {30000, 1001});
+    tree.SetChildT<bool>("lossless", false);
+    return tree;
+}
+
+/// What a link may hold: two children.
+inline Core::Property LinkTree(long long number) {
+    Core::Property tree("link");
+    tree.SetChildT<long long>("order", number);
+    tree.SetChildT<std::string>("quality", "best");
+    return tree;
+}
+
+/// A chain, with a link from each node to the next.
+inline SP<Conf::ITranscodingMetaGraph> MakeChain(long long count) {
+    const auto graph = Conf::ITranscodingMetaGraph::Create();
+    for (long long i = 1; i <= count; ++i) {
+        graph->AddNode(NodeTree(i));
+        if (i > 1) {
+            graph->AddLink(i - 1, i, LinkTree(i));
+        }
+    }
+    return graph;
+}
+
+/// The job document of such a chain.
+inline std::string MakeDocument(long long count) {
+    const auto bytes = Core::MemoryOutput::Create();
+    MakeChain(count)->Save(bytes);
+    return bytes->GetBytes();
+}
+
+}  // namespace Quenzo::Bench
