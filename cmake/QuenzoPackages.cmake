@@ -38,7 +38,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/package/shl
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libquenzo-conf-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
-    "${runtime_package} ${same_version}, libboost1.81-dev, rapidjson-dev, libfmt-dev, libgoogle-glog-dev")
+    "${runtime_package} ${same_version}, libboost1.81-dev, rapidjson-dev, libgoogle-glog-dev")
 set(CPACK_DEBIAN_DEV_DESCRIPTION "${about}\n.\nThis package has what it takes to build programs with the library.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME quenzo-conf-tools)

@@ -1,9 +1,11 @@
-// The JSON of property trees: what is read can be written, and read again it is the same.
+// The JSON of property trees: what is read can be written, as a text and as values, and read again it is the same.
 
 #include <fuzz/Require.h>
 
 #include <foundation/Exception.h>
 #include <foundation/PropertySerializer.h>
+
+#include <rapidjson/document.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -25,6 +27,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Property again("tree");
     Core::PropertySerializer::Read(again, Core::MemoryInput::Create(output->GetBytes()));
     Fuzz::Require(tree == again, "what is read again equals what was written");
+    rapidjson::Document document;
+    Core::PropertySerializer::Save(tree, document, document.GetAllocator());
+    Property loaded("tree");
+    Core::PropertySerializer::CoreLoad(loaded, document);
+    Fuzz::Require(tree == loaded, "what is loaded from values equals what was saved");
     Property copy = tree;
     Fuzz::Require(copy == tree, "a copy equals its source");
     if (copy.Count() > 0) {

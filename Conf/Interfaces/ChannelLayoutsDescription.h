@@ -20,7 +20,8 @@ enum class ChannelLayout : std::int32_t {
 struct QUENZO_API LayoutRecord {
     ChannelLayout layout;       ///< the enumerator, which is the place of the row too
     std::int32_t channels;      ///< number of channels, 0 to 16
-    const std::string& textId;  ///< the word that trees hold, one of IFormatCodecAudio::TAG_CH_LAYOUT_*
+    const std::string& textId;  ///< the word that trees hold, one of IFormatCodecAudio::TAG_CH_LAYOUT_*; compare texts,
+                                ///< not addresses: a program may hold a copy of a constant
 
     /// All rows, in the order of their values.
     static const std::array<LayoutRecord, 29>& Enumerate() noexcept;

@@ -20,6 +20,13 @@ std::size_t Root(std::vector<std::size_t>& parents, std::size_t element) {
     return element;
 }
 
+// Joins the sets of two elements under the root that comes first. Returns whether they were two sets.
+bool Join(std::vector<std::size_t>& parents, std::size_t one, std::size_t other) {
+    const auto [first, second] = std::minmax({Root(parents, one), Root(parents, other)});
+    parents[second] = first;
+    return first != second;
+}
+
 }  // namespace
 
 const char* GetTopologyFaultCode(TopologyFault fault) {
@@ -84,9 +91,7 @@ bool ITranscodingMetaGraph::GrahpImpl::HangsTogether(const FlatLinks& links) con
     std::iota(parents.begin(), parents.end(), std::size_t{0});
     std::size_t pieces = slots_.size();
     const auto join = [&parents, &pieces](std::size_t one, std::size_t other) {
-        const auto [first, second] = std::minmax({Root(parents, one), Root(parents, other)});
-        parents[second] = first;
-        pieces -= first != second ? 1 : 0;
+        pieces -= Join(parents, one, other) ? 1 : 0;
     };
     if (listsAgree_) {
         for (std::size_t position = 0; position < slots_.size(); ++position) {
@@ -108,10 +113,7 @@ std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::Pieces() const {
     std::vector<std::size_t> parents(slots_.size());
     std::iota(parents.begin(), parents.end(), std::size_t{0});
     for (const Edge& edge : edges_) {
-        // The first node of a piece is its root.
-        const auto [first, second] =
-            std::minmax({Root(parents, edge.source->position), Root(parents, edge.target->position)});
-        parents[second] = first;
+        Join(parents, edge.source->position, edge.target->position);
     }
     std::vector<std::size_t> pieces(slots_.size());
     std::size_t count = 0;

@@ -95,49 +95,39 @@ TEST(ModuleTest, Foundation_LeavesWithItsModuleAndLeavesNothingBehind) {
 }
 
 // What a library forgets it forgets in every round. The loader's own lists, which come from malloc, grow in some.
-class Rounds {
-public:
-    void Finish() noexcept {
+template <typename Round>
+void ExpectRoundsLoseNothing(Round round) {
+    int lost = 0;
+    int growths = 0;
+    Memory last = {};
+    for (int number = 1; number <= kRounds; ++number) {
+        round();
         const Memory now = InUse();
-        lost_ += count_ != 0 && now.blocks != last_.blocks ? 1 : 0;
-        growths_ += count_ != 0 && now.bytes > last_.bytes ? 1 : 0;
-        last_ = now;
-        ++count_;
+        if (number > kSettledAfter) {
+            lost += now.blocks != last.blocks ? 1 : 0;
+            growths += now.bytes > last.bytes ? 1 : 0;
+        }
+        last = now;
     }
-
-    void ExpectNothingLost() const {
-        EXPECT_EQ(lost_, 0);
-        EXPECT_LT(growths_, count_ / 2);
-    }
-
-private:
-    Memory last_ = {};
-    int count_ = 0;
-    int lost_ = 0;
-    int growths_ = 0;
-};
+    EXPECT_EQ(lost, 0);
+    EXPECT_LT(growths, (kRounds - kSettledAfter) / 2);
+}
 
 TEST(ModuleTest, Conf_LeavesWithItsModuleAndLeavesNothingBehind) {
-    Rounds rounds;
-    for (int round = 1; round <= kRounds; ++round) {
+    ExpectRoundsLoseNothing([] {
         {
             const Module module(QUENZO_TEST_MODULES "/user-module.so");
             ASSERT_EQ(FIND(module, UseLibrary)(), 7);
             EXPECT_TRUE(IsMapped("libquenzo-conf.so"));
         }
         EXPECT_FALSE(IsMapped("libquenzo"));
-        if (round >= kSettledAfter) {
-            rounds.Finish();
-        }
-    }
-    rounds.ExpectNothingLost();
+    });
 }
 
 // An unknown identifier is one for the log.
 TEST(ModuleTest, Conf_LeavesGlogAlone) {
     EXPECT_FALSE(IsMapped("libglog.so"));
-    Rounds rounds;
-    for (int round = 1; round <= kRounds; ++round) {
+    ExpectRoundsLoseNothing([] {
         {
             const Module module(QUENZO_TEST_MODULES "/user-module.so");
             ASSERT_TRUE(FIND(module, AskTheLog)());
@@ -145,11 +135,7 @@ TEST(ModuleTest, Conf_LeavesGlogAlone) {
         EXPECT_FALSE(IsMapped("libquenzo-conf.so"));
         EXPECT_FALSE(IsMapped("libquenzo-foundation.so"));
         EXPECT_TRUE(IsMapped("libglog.so"));
-        if (round >= kSettledAfter) {
-            rounds.Finish();
-        }
-    }
-    rounds.ExpectNothingLost();
+    });
 }
 
 TEST(ModuleTest, Failures_CrossModulesByTheirClass) {
