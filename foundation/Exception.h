@@ -3,9 +3,13 @@
 #include <foundation/Export.h>
 #include <foundation/PropertyTypes.h>
 
+// Tags are read in other modules than they were set in, so their types have to be known there, even where a program
+// hides what it does not mark.
+#pragma GCC visibility push(default)
 #include <boost/exception/exception.hpp>
 #include <boost/exception/get_error_info.hpp>
 #include <boost/exception/info.hpp>
+#pragma GCC visibility pop
 
 #include <exception>
 #include <string>

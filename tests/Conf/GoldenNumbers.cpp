@@ -72,7 +72,10 @@ std::string BitrateCase(Draw& draw) {
 // Ten numbers: the entries and the angle that they say.
 std::string MatrixCase(Draw& draw) {
     DisplayMatrix matrix = DisplayMatrix::FromRotation(720 * draw.Signed());
-    ffmpeg::av_display_matrix_flip(matrix.m.data(), static_cast<int>(draw.Below(2)), static_cast<int>(draw.Below(2)));
+    // One draw in a statement: the order of a call's arguments is the compiler's.
+    const int vertical = static_cast<int>(draw.Below(2));
+    const int horizontal = static_cast<int>(draw.Below(2));
+    ffmpeg::av_display_matrix_flip(matrix.m.data(), horizontal, vertical);
     matrix.CorrectTranslation({draw.Between(1, 4096), draw.Between(1, 4096)});
     std::ostringstream line;
     line << "matrix";
@@ -85,11 +88,13 @@ std::string MatrixCase(Draw& draw) {
 
 // Ten numbers: a box, and the sizes of a frame and of one with pixels of a shape.
 std::string BoxCase(Draw& draw) {
+    const double down = 1000 * draw.Signed();
+    const double right = 1000 * draw.Signed();
+    const double turn = 7 * draw.Signed();
+    const double higher = 4 * draw.Signed();
+    const double wider = 4 * draw.Signed();
     Transform2D transform;
-    transform.Translate(1000 * draw.Signed(), 1000 * draw.Signed())
-        .Rotate(7 * draw.Signed())
-        .Scale(4 * draw.Signed(), 4 * draw.Signed())
-        .Rotate(draw.Signed());
+    transform.Translate(right, down).Rotate(turn).Scale(wider, higher).Rotate(draw.Signed());
     const auto box = transform.GetBoundingBox({draw.Signed(), draw.Signed(), 1 + draw.Signed(), 1 + draw.Signed()});
     const bool even = draw.Below(2) == 1;
     const FrameSize size = {draw.Between(1, 8192), draw.Between(1, 8192)};
