@@ -1,6 +1,6 @@
 // How many blocks of memory the copy and the building of a video description ask the global operator new for, and how
-// many bytes a loaded job takes. A program of its own, because counting would be part of the times of the others; its own
-// times mean nothing. GStreamer is not here: it does not ask operator new.
+// many bytes a loaded job takes. A program of its own, because counting would be part of the times of the others; its
+// own times mean nothing. GStreamer is not here: it does not ask operator new.
 
 #include <bench/CountingNew.h>
 #include <bench/Description.h>
@@ -57,8 +57,8 @@ void CountBuild(benchmark::State& state) {
     Report(state, before);
 }
 
-// What names and values take when nothing holds them together: a string object and a variant each, and the characters of
-// texts too long for the string object.
+// What names and values take when nothing holds them together: a string object and a variant each, and the characters
+// of texts too long for the string object.
 std::size_t BytesNeeded(const Core::Property& tree) {
     using Value = std::variant<std::monostate, bool, long long, boost::rational<long long>, std::string>;
     const std::string none;

@@ -22,9 +22,9 @@
 namespace {
 
 using namespace Quenzo;
-using Conf::ITranscodingMetaGraph;
 using Bench::MakeChain;
 using Bench::MakeDocument;
+using Conf::ITranscodingMetaGraph;
 using Core::Property;
 
 void Finish(benchmark::State& state, std::size_t bytes) {
@@ -188,13 +188,21 @@ constexpr int kSmall = 1000;
 constexpr int kLarge = 100000;
 constexpr int kRemoved = 10000;
 
-BENCHMARK(LoadDocument)->RangeMultiplier(kStep)->Range(kSmall, 10 * kLarge)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(LoadDocument)
+    ->RangeMultiplier(kStep)
+    ->Range(kSmall, 10 * kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
 BENCHMARK(LoadDocument_RapidJsonAlone)
     ->RangeMultiplier(kStep)
     ->Range(kSmall, kLarge)
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
-BENCHMARK(SaveDocument)->RangeMultiplier(kStep)->Range(kSmall, 10 * kLarge)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(SaveDocument)
+    ->RangeMultiplier(kStep)
+    ->Range(kSmall, 10 * kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
 BENCHMARK(SaveDocument_RapidJsonAlone)
     ->RangeMultiplier(kStep)
     ->Range(kSmall, kLarge)

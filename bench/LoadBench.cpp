@@ -1,6 +1,6 @@
-// Loads the library, an empty one or GStreamer's, once, and writes the processor time and the blocks of memory that this
-// took, in the form in which the other programs write theirs. A library is loaded once in a process: whoever wants a median starts this
-// program as often.
+// Loads the library, an empty one or GStreamer's, once, and writes the processor time and the blocks of memory that
+// this took, in the form in which the other programs write theirs. A library is loaded once in a process: whoever wants
+// a median starts this program as often.
 //
 //   bench-load Quenzo|Empty|GStreamer
 

@@ -8,8 +8,8 @@
 
 namespace Quenzo::Core {
 
-/// Property trees as JSON. Whoever has RapidJSON values includes <rapidjson/document.h>, which this header does without.
-/// The value of a property, without its own name, becomes:
+/// Property trees as JSON. Whoever has RapidJSON values includes <rapidjson/document.h>, which this header does
+/// without. The value of a property, without its own name, becomes:
 ///
 ///   type     JSON
 ///   None     null

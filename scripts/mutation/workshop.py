@@ -31,6 +31,8 @@ CONFIGURATION = [
 ]  # fmt: skip
 STARTS_PROGRAMS = ("docs-tests", "tool-tests")
 LIBRARIES = ("quenzo-conf", "quenzo-foundation")
+# A library that another one loads from beside itself: no program is linked to it.
+LOADED_BY = {"quenzo-conf-log": "quenzo-conf"}
 
 
 class DoesNotCompile(Exception):
@@ -318,6 +320,11 @@ class Bench:
             self._link(output, self.folder / "lib" / file)
             if output in self.shop.archives.values():
                 self.built[output] = str(self.folder / "lib" / file)
+            if name in LOADED_BY:
+                loader = self.shop.shared[LOADED_BY[name]]
+                beside = self.folder / "lib" / re.sub(r"(\.so\.\d+).*", r"\1", Path(loader).name)
+                if not beside.exists():
+                    shutil.copy(self.shop.build / loader, beside)
 
     def _affected(self, target, changed):
         output = {**self.shop.programs, **self.shop.helpers}[target]
@@ -343,7 +350,9 @@ class Bench:
     def _can_notice(self, target, changed):
         """Whether a program that is not itself changed is linked to a library that is, or starts other programs."""
         words = self.shop.links[self.shop.programs[target]]
-        libraries = {Path(output).name for name, output in self.shop.shared.items() if any(unit.target == name for unit in changed)}
+        targets = {unit.target for unit in changed}
+        targets |= {LOADED_BY[target] for target in targets & LOADED_BY.keys()}
+        libraries = {Path(output).name for name, output in self.shop.shared.items() if name in targets}
         return target in STARTS_PROGRAMS or any(Path(word).name in libraries for word in words)
 
     def _runs(self, mutant, target, output, units, archive):

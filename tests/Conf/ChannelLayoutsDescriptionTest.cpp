@@ -145,8 +145,7 @@ TEST(ChannelLayoutsDescriptionTest, Enumerate_ReturnsTheSameRowsEveryTime) {
 TEST(ChannelLayoutsDescriptionTest, TextId_IsTheConstantOfTheVocabulary) {
     EXPECT_EQ(LayoutRecord::Find(ChannelLayout::UNKNOWN).textId, AudioVocabulary::TAG_CH_LAYOUT_UNKNOWN);
     EXPECT_EQ(LayoutRecord::Find(ChannelLayout::_2_1).textId, AudioVocabulary::TAG_CH_LAYOUT_2_1);
-    EXPECT_EQ(LayoutRecord::Find(ChannelLayout::STEREO_DOWNMIX).textId,
-              AudioVocabulary::TAG_CH_LAYOUT_STEREO_DOWNMIX);
+    EXPECT_EQ(LayoutRecord::Find(ChannelLayout::STEREO_DOWNMIX).textId, AudioVocabulary::TAG_CH_LAYOUT_STEREO_DOWNMIX);
 }
 
 TEST(ChannelLayoutsDescriptionTest, Find_AtLoadTimeGivesCompleteRows) {

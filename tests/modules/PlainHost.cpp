@@ -1,6 +1,6 @@
 // Raises every class of failure in one module, through another, and has a third catch it by class, as ModuleTest.cpp
-// does; without GoogleTest, for a C++ runtime library that GoogleTest was not built with. Ends with status 1 when a failure
-// was caught otherwise than it should be.
+// does; without GoogleTest, for a C++ runtime library that GoogleTest was not built with. Ends with status 1 when a
+// failure was caught otherwise than it should be.
 //
 //   plain-host FOLDER     where the modules are
 
