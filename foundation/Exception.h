@@ -41,8 +41,8 @@ private:
     virtual const char* GetClassName() const noexcept;
 };
 
-/// The calling functions, innermost first, one to a line: number, function name, module. Names come from the dynamic
-/// symbol tables, so a function that no module exports shows as its offset in the module; no debug
+/// The calling functions, innermost first and at most 24, one to a line: number, function name, module. Names come from
+/// the dynamic symbol tables, so a function that no module exports shows as its offset in the module; no debug
 /// information is read. Empty when there is no memory for the list of frames.
 QUENZO_API std::string GetCallStack();
 

@@ -134,6 +134,7 @@ TEST(PropertySerializerRefusalTest, Array_OfAnotherShape) {
     ExpectArrayRefused("[{}]");
     ExpectArrayRefused(R"([{"a":1},{}])");
     ExpectArrayRefused(R"([{"a":1,"b":2}])");
+    ExpectArrayRefused(R"([{"a":1},{"b":1,"c":2}])");
     ExpectArrayRefused(R"([{"a":1},2])");
     ExpectArrayRefused(R"([{"a":1},null])");
 }
