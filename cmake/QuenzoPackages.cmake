@@ -30,6 +30,7 @@ set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "${about}\n.\nThis package has the shared l
 # What dpkg-shlibdeps and ldconfig need to know.
 file(WRITE ${PROJECT_BINARY_DIR}/package/shlibs
      "libquenzo-conf ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n"
+     "libquenzo-conf-log ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n"
      "libquenzo-foundation ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n")
 file(WRITE ${PROJECT_BINARY_DIR}/package/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/package/shlibs
