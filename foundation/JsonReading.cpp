@@ -5,8 +5,6 @@
 #include <cstdlib>
 #include <string>
 
-#include <locale.h>
-
 namespace Quenzo::Core {
 
 // In the "C" locale, whatever the program's is, for that alone has the point of JSON. Not every C++ library can read a
