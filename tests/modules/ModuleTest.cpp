@@ -170,10 +170,11 @@ TEST(ModuleTest, CallStack_NamesTheModuleThatIsThereNow) {
             EXPECT_THAT(stack, Not(HasSubstr(name == std::string("First") ? "Other" : "First")));
         }
     }
-    // As under an emulator.
-    if (places.size() == 20U) {
-        GTEST_SKIP() << "no module was loaded where another had been";
+    if (QUENZO_TEST_EMULATED && places.size() == 20U) {
+        GTEST_SKIP() << "the emulator loads no module where another had been";
     }
+    // Else nothing was shown.
+    EXPECT_LT(places.size(), 20U);
 }
 
 }  // namespace

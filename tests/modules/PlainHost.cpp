@@ -13,6 +13,7 @@
 
 namespace {
 
+// Among all modules, as those that a program is linked to are: only then is a type described in one place.
 template <typename Function>
 Function* Find(const std::string& module, const char* name) {
     void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_GLOBAL);
