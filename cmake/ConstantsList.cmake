@@ -1,4 +1,5 @@
-# Writes the names of those constants of an object file that code makes at load, as a list for the linker.
+# Writes the names of those constants of an object file that code makes at load, as a list for the linker: nm marks them
+# with a B, for they are all zero until then.
 #
 #   cmake -DNM=... -DOBJECT=... -DLIST=... -P ConstantsList.cmake
 

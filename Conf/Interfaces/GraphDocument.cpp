@@ -40,7 +40,8 @@ BadJson Malformed(const std::string& structure) {
 // An id as it is written: an integer, any other number, or 0 when it is missing or no number.
 using WrittenId = std::variant<long long, double>;
 
-// The ids that an element may have: its own, and for a link those of its ends.
+// The ids that an element may have: its own, and for a link those of its ends; DocumentReader::Member says which is
+// where.
 using WrittenIds = std::array<WrittenId, 3>;
 
 // A whole number that no id can be is refused: taken for another number it would join the wrong nodes. Beyond the
@@ -87,6 +88,9 @@ void WriteTree(JsonWriter& writer, const char* name, const Core::Property& tree,
 // and members without a meaning are passed over, whatever they hold.
 class ITranscodingMetaGraph::GrahpImpl::DocumentReader {
 public:
+    // The members of an element that mean something, the ids first.
+    enum Member : unsigned { Id, From, To, Data, Other };
+
     // A node or a link. An element that is no object counts as one without members.
     struct Element {
         Core::Property tree;
@@ -181,8 +185,6 @@ public:
     }
 
 private:
-    enum Member : unsigned { Id, From, To, Data, Other };
-
     // How many arrays and objects are open where the members of the root stand, the elements, and their members.
     static constexpr int kRoot = 1;
     static constexpr int kSection = 2;
@@ -315,16 +317,16 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
     }
     slots_.reserve(slots_.size() + vertices.elements.size());
     for (auto& element : vertices.elements) {
-        const NodeId id = ReadId(element.ids[0], ID);
+        const NodeId id = ReadId(element.ids[DocumentReader::Id], ID);
         lastNodeId_ = std::max(lastNodeId_, id);
         AppendNode(id, std::move(element.tree));
     }
     vertices.RequireAll();
     const Finder find(*this);
     for (auto& element : edges.elements) {
-        lastLinkId_ = std::max(lastLinkId_, ReadId(element.ids[0], ID));
-        const NodeId from = ReadId(element.ids[1], FROM);
-        const NodeId to = ReadId(element.ids[2], TO);
+        lastLinkId_ = std::max(lastLinkId_, ReadId(element.ids[DocumentReader::Id], ID));
+        const NodeId from = ReadId(element.ids[DocumentReader::From], FROM);
+        const NodeId to = ReadId(element.ids[DocumentReader::To], TO);
         Vertex& source = find(from);
         Vertex& target = find(to);
         AppendLink(source, target, std::move(element.tree));
