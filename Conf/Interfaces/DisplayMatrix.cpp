@@ -1,6 +1,7 @@
 #include <Conf/Interfaces/DisplayMatrix.h>
 
 #include <foundation/Number.h>
+#include <foundation/PolarAngle.h>
 
 #include <cmath>
 #include <limits>
@@ -21,6 +22,13 @@ std::int32_t ToLinear(double value) { return SaturatingTruncate<std::int32_t>(va
 
 // Calculated without a sign, modulo 2^32, because negating the lowest number overflows.
 std::int32_t Negate(std::int32_t value) { return static_cast<std::int32_t>(0U - static_cast<std::uint32_t>(value)); }
+
+// The length, in ordinary units, of a vector of two entries. The sum of their squares is at most 2^63, and unlike
+// std::hypot the square root is rounded the same on every machine.
+double GetLength(std::int32_t x, std::int32_t y) {
+    const auto square = [](std::int64_t entry) { return static_cast<std::uint64_t>(entry * entry); };
+    return std::sqrt(static_cast<double>(square(x) + square(y))) / kLinearUnit;
+}
 
 // m0, m1, m3 and m4 in ordinary units.
 std::array<std::int32_t, 4> GetLinearPart(ImageOrientation orientation) {
@@ -110,12 +118,12 @@ double NormalizeRotation(double degrees) {
 namespace ffmpeg {
 
 double av_display_rotation_get(const std::int32_t* m) {
-    const double s0 = std::hypot(m[0] / kLinearUnit, m[3] / kLinearUnit);
-    const double s1 = std::hypot(m[1] / kLinearUnit, m[4] / kLinearUnit);
+    const double s0 = GetLength(m[0], m[3]);
+    const double s1 = GetLength(m[1], m[4]);
     if (s0 == 0 || s1 == 0) {
         return std::numeric_limits<double>::quiet_NaN();
     }
-    return std::atan2(m[1] / kLinearUnit / s1, m[0] / kLinearUnit / s0) * 180 / -std::numbers::pi;
+    return PolarAngle(m[1] / kLinearUnit / s1, m[0] / kLinearUnit / s0) * 180 / -std::numbers::pi;
 }
 
 void av_display_rotation_set(std::int32_t* m, double angle) {
