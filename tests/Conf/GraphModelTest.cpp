@@ -1,17 +1,13 @@
 // Compares the graph with two models after every step of random editing sequences, failures and the links of removed
 // nodes included, and then its answers about topology and ways with a search that tries everything.
 
-#include <Conf/Interfaces/GraphAlgorithms.h>
 #include <tests/Conf/GraphModels.h>
-#include <tests/Conf/GraphSupport.h>
+#include <tests/Conf/ModelledGraph.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
-#include <boost/exception/get_error_info.hpp>
 
-#include <algorithm>
-#include <string>
 #include <vector>
 
 namespace Quenzo::Conf::Testing {
@@ -41,89 +37,8 @@ rc::Gen<std::vector<Edit>> AnyEdits() {
     });
 }
 
-// Runs a call on the graph and puts its outcome into the models' words. `call` returns the text of a success.
-template <typename Call>
-Outcome OutcomeOf(const Call& call) {
-    const auto withLink = [](const char* name, const ProfileException& failure) {
-        const auto* link = boost::get_error_info<ProfileException::TagRequestedLink>(failure);
-        return link == nullptr
-                   ? std::string("no link given")
-                   : std::string(name) + " " + std::to_string(link->first) + " " + std::to_string(link->second);
-    };
-    try {
-        return call();
-    } catch (const NodeNotFound& failure) {
-        const auto* id = boost::get_error_info<ProfileException::TagRequestedNodeId>(failure);
-        return id == nullptr ? "no id given" : "NodeNotFound " + std::to_string(*id);
-    } catch (const LinkExists& failure) {
-        return withLink("LinkExists", failure);
-    } catch (const LinkNotFound& failure) {
-        return withLink("LinkNotFound", failure);
-    }
-}
-
-Outcome Apply(const Graph& graph, const Edit& edit) {
-    const Core::Property tree("mark", edit.mark);
-    return OutcomeOf([&]() -> Outcome {
-        switch (edit.kind) {
-            case EditKind::AddNode: graph->AddNode(tree); break;
-            case EditKind::RemoveNode: graph->RemoveNode(edit.from); break;
-            case EditKind::AddLink: graph->AddLink(edit.from, edit.to, tree); break;
-            case EditKind::RemoveLink: graph->RemoveLink(edit.from, edit.to); break;
-        }
-        return {};
-    });
-}
-
-Snapshot Show(const Graph& graph) {
-    Snapshot snapshot{{}, {}, InputsOf(graph), OutputsOf(graph), graph->GetNodesCount()};
-    for (const Node& node : NodesOf(graph)) {
-        snapshot.nodes.emplace_back(node.id, node.tree.GetInt64(), InputsOf(graph, node.id), OutputsOf(graph, node.id));
-    }
-    for (const Link& link : LinksOf(graph)) {
-        snapshot.links.emplace_back(link.id, link.from, link.to, link.tree.GetInt64());
-    }
-    return snapshot;
-}
-
-// A graph with nodes of these ids, as only a document can bring them.
-Graph GraphWithIds(const std::vector<long long>& ids) {
-    std::string vertices;
-    for (const long long id : ids) {
-        const std::string text = std::to_string(id);
-        vertices += (vertices.empty() ? "" : ",") + (R"({"id":)" + text) + R"(,"data":{"mark":)" + text + "}}";
-    }
-    return Loaded(R"({"vertices":[)" + vertices + R"(],"edges":[]})");
-}
-
-void CompareLinks(const Graph& graph, const NaiveGraph& model, long long from, long long to) {
-    RC_ASSERT(OutcomeOf([&] { return std::to_string(graph->GetLink(from, to).GetInt64()); }) ==
-              model.GetLink(from, to));
-}
-
-// A way is found exactly when there is one, it is one of the shortest, and it follows the links.
-void CompareWays(const Graph& graph, const NaiveGraph& model) {
-    const std::vector<std::vector<int>> distances = model.Distances();
-    for (std::size_t from = 0; from < model.Count(); ++from) {
-        for (std::size_t to = 0; to < model.Count(); ++to) {
-            const int distance = distances[model.Position(model.IdAt(from))][model.Position(model.IdAt(to))];
-            const Ids path = graph->FindPath(model.IdAt(from), model.IdAt(to));
-            RC_ASSERT(static_cast<int>(path.size()) == distance + 1);
-            RC_ASSERT(PathExistInGraph(graph, model.IdAt(from), model.IdAt(to)) == (distance >= 0));
-            if (distance >= 0) {
-                RC_ASSERT(path.front() == model.IdAt(from));
-                RC_ASSERT(path.back() == model.IdAt(to));
-            }
-            for (std::size_t i = 1; i < path.size(); ++i) {
-                const Ids outputs = OutputsOf(graph, path[i - 1]);
-                RC_ASSERT(std::find(outputs.begin(), outputs.end(), path[i]) != outputs.end());
-            }
-        }
-    }
-}
-
 void CompareAllTheWay(const std::vector<long long>& ids, const std::vector<Edit>& edits) {
-    const Graph graph = GraphWithIds(ids);
+    const SP<ITranscodingMetaGraph> graph = GraphWithIds(ids);
     NaiveGraph naive(ids);
     StoreGraph store(ids);
     RC_ASSERT(Show(graph) == naive.Show());
@@ -137,15 +52,16 @@ void CompareAllTheWay(const std::vector<long long>& ids, const std::vector<Edit>
         RC_ASSERT(shown == store.Show());
         RC_ASSERT(graph->TopologyIsValid() == naive.TopologyIsValid());
         RC_ASSERT(graph->ExamineTopology().empty() == naive.TopologyIsValid());
-        CompareLinks(graph, naive, edit.from, edit.to);
+        RC_ASSERT(GetNode(graph, edit.from) == naive.GetNode(edit.from));
+        RC_ASSERT(GetLink(graph, edit.from, edit.to) == naive.GetLink(edit.from, edit.to));
         wasValid = wasValid || naive.TopologyIsValid();
     }
     for (const long long from : {-1LL, 0LL, 1LL, 2LL, 3LL, 5LL, 8LL, 13LL}) {
         for (const long long to : {1LL, 2LL, 3LL, 4LL, 5LL, 6LL, 13LL}) {
-            CompareLinks(graph, naive, from, to);
+            RC_ASSERT(GetLink(graph, from, to) == naive.GetLink(from, to));
         }
     }
-    CompareWays(graph, naive);
+    RC_ASSERT(CompareWays(graph, naive) == Outcome());
     RC_CLASSIFY(wasValid, "valid at least once");
 }
 

@@ -174,6 +174,11 @@ Snapshot NaiveGraph::Show() const {
     return snapshot;
 }
 
+Outcome NaiveGraph::GetNode(long long id) const {
+    const std::size_t position = Find(id);
+    return position == nodes_.size() ? UnknownNode(id) : std::to_string(nodes_[position].mark);
+}
+
 Outcome NaiveGraph::GetLink(long long from, long long to) const {
     for (const long long id : {from, to}) {
         if (Find(id) == nodes_.size()) {

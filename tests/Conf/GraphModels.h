@@ -54,7 +54,8 @@ public:
     Outcome Apply(const Edit& edit);
     Snapshot Show() const;
 
-    /// The mark of the link's tree, or the failure.
+    /// The mark of the tree, or the failure.
+    Outcome GetNode(long long id) const;
     Outcome GetLink(long long from, long long to) const;
 
     bool TopologyIsValid() const;
