@@ -1,7 +1,8 @@
 #include <foundation/DataStream.h>
 
-#include <foundation/Format.h>
 #include <foundation/Throw.h>
+
+#include <fmt/compile.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,7 +20,8 @@ namespace {
 
 StreamException Failure(const char* verb, const ioPath& path, const std::string& reason) {
     StreamException failure;
-    failure << Exception::TagDescription(Detail::Format("cannot {} \"{}\": {}", verb, path.utf8string(), reason));
+    failure << Exception::TagDescription(
+        fmt::format(FMT_COMPILE("cannot {} \"{}\": {}"), verb, path.utf8string(), reason));
     return failure;
 }
 

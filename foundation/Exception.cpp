@@ -3,15 +3,13 @@
 #include <boost/core/demangle.hpp>
 #include <boost/stacktrace/stacktrace.hpp>
 
-#include <fmt/format.h>
-
 #include <dlfcn.h>
 #include <link.h>
 
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <mutex>
 #include <type_traits>
 
@@ -91,7 +89,8 @@ void AppendFrame(std::string& text, const void* address) {
     } else {
         const auto offset =
             reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(info.dli_fbase);
-        fmt::format_to(std::back_inserter(text), "{:#x}", offset);
+        std::array<char, 2 * sizeof offset> digits;
+        text.append("0x").append(digits.begin(), std::to_chars(digits.begin(), digits.end(), offset, 16).ptr);
     }
     if (info.dli_fname != nullptr) {
         text.append(" in ").append(info.dli_fname);

@@ -1,8 +1,8 @@
 #include <foundation/Property.h>
 
-#include <foundation/Format.h>
 #include <foundation/Throw.h>
 
+#include <fmt/compile.h>
 #include <boost/container/small_vector.hpp>
 
 #include <algorithm>
@@ -251,7 +251,7 @@ Property& Property::operator=(const boost::rational<long long>& value) {
 void Property::ThrowWrongType(const char* method) const {
     PropertyException failure;
     failure << Exception::TagDescription(
-                   Detail::Format("{} does not apply to \"{}\", which holds another type", method, name_))
+                   fmt::format(FMT_COMPILE("{} does not apply to \"{}\", which holds another type"), method, name_))
             << PropertyException::TagPropertyName(name_) << PropertyException::TagPropertyType(GetType())
             << PropertyException::TagMethodName(method);
     QUENZO_THROW(failure);
@@ -300,7 +300,7 @@ Property::const_iterator Property::FindChild(const std::string& name) const noex
 Property& Property::operator[](const std::string& name) {
     const iterator child = FindChild(name);
     if (child == end()) {
-        QUENZO_THROW(NoSuchChild(*this, name, Detail::Format("\"{}\" has no child \"{}\"", name_, name)));
+        QUENZO_THROW(NoSuchChild(*this, name, fmt::format(FMT_COMPILE("\"{}\" has no child \"{}\""), name_, name)));
     }
     return *child;
 }
@@ -309,9 +309,9 @@ const Property& Property::operator[](const std::string& name) const { return con
 
 Property& Property::operator[](std::size_t index) {
     if (index >= Count()) {
-        QUENZO_THROW(
-            NoSuchChild(*this, std::to_string(index),
-                        Detail::Format("\"{}\" has no child at position {}: it has {}", name_, index, Count())));
+        QUENZO_THROW(NoSuchChild(
+            *this, std::to_string(index),
+            fmt::format(FMT_COMPILE("\"{}\" has no child at position {}: it has {}"), name_, index, Count())));
     }
     Chunk* chunk = Children()->first;
     for (; index >= chunk->used; chunk = chunk->next) {

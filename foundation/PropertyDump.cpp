@@ -1,12 +1,10 @@
-#include <foundation/Format.h>
 #include <foundation/Property.h>
 
 #include <boost/locale/utf.hpp>
 
-#include <fmt/format.h>
+#include <fmt/compile.h>
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -29,7 +27,9 @@ void AppendEscaped(char character, std::string& out) {
         default: break;
     }
     // Octal, because a hexadecimal escape in C has no end of its own.
-    fmt::format_to(std::back_inserter(out), "\\{:03o}", static_cast<unsigned char>(character));
+    const auto byte = static_cast<unsigned char>(character);
+    const auto digit = [byte](int shift) { return static_cast<char>('0' + (byte >> shift) % 8); };
+    out.append({'\\', digit(6), digit(3), digit(0)});
 }
 
 bool NeedsEscape(char character) {
@@ -83,7 +83,7 @@ std::string ValueText(const Property& leaf) {
         case PropertyTypes::Bool: return leaf.GetBool() ? "true" : "false";
         case PropertyTypes::Int64: return std::to_string(leaf.GetInt64());
         case PropertyTypes::Ratio:
-            return Detail::Format("{}/{}", leaf.GetRatio().numerator(), leaf.GetRatio().denominator());
+            return fmt::format(FMT_COMPILE("{}/{}"), leaf.GetRatio().numerator(), leaf.GetRatio().denominator());
         case PropertyTypes::String: return Escaped(leaf.GetString());
         case PropertyTypes::None:
         case PropertyTypes::Node: break;

@@ -1,11 +1,11 @@
 #include <foundation/PropertySerializer.h>
 
-#include <foundation/Format.h>
 #include <foundation/JsonReading.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/Throw.h>
 #include <foundation/TreeBuilder.h>
 
+#include <fmt/compile.h>
 #include <boost/container/small_vector.hpp>
 
 #include <rapidjson/document.h>
@@ -28,7 +28,9 @@ PropertyException Unusable(const Property& property, const char* method, const s
     return failure;
 }
 
-std::string TooDeep() { return Detail::Format("nested deeper than {} levels", PropertySerializer::MAX_DEPTH); }
+std::string TooDeep() {
+    return fmt::format(FMT_COMPILE("nested deeper than {} levels"), PropertySerializer::MAX_DEPTH);
+}
 
 bool RequireWritable(const Property& tree, int level) {
     bool isRepeating = false;
@@ -43,8 +45,9 @@ bool RequireWritable(const Property& tree, int level) {
         isRepeating = isRepeating || repeatsNames;
         const int innermost = depth + (repeatsNames ? 1 : 0);
         if (isContainer && innermost > PropertySerializer::MAX_DEPTH) {
-            QUENZO_THROW(Unusable(*property, "Save",
-                                  Detail::Format("\"{}\" cannot be saved: it is {}", property->GetName(), TooDeep())));
+            QUENZO_THROW(
+                Unusable(*property, "Save",
+                         fmt::format(FMT_COMPILE("\"{}\" cannot be saved: it is {}"), property->GetName(), TooDeep())));
         }
         constexpr std::size_t longest = std::numeric_limits<rapidjson::SizeType>::max();
         if (property->GetName().size() > longest ||
@@ -116,7 +119,7 @@ void PropertySerializer::Read(Property& tree, const SP<IDataInput>& input) {
     if (result.outcome != JsonParsing::Done) {
         const std::string reason =
             result.outcome == JsonParsing::TooDeep ? TooDeep() : std::string(rapidjson::GetParseError_En(result.error));
-        QUENZO_THROW(Unusable(tree, "Read", Detail::Format("no JSON at byte {}: {}", result.offset, reason)));
+        QUENZO_THROW(Unusable(tree, "Read", fmt::format(FMT_COMPILE("no JSON at byte {}: {}"), result.offset, reason)));
     }
     builder.MoveInto(tree);
 }

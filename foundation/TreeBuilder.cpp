@@ -1,12 +1,15 @@
 #include <foundation/TreeBuilder.h>
 
-#include <foundation/Format.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/PropertySerializer.h>
 #include <foundation/Throw.h>
 
+#include <fmt/compile.h>
 #include <boost/rational.hpp>
 
+#include <array>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <numeric>
@@ -41,13 +44,21 @@ std::optional<boost::rational<long long>> LowestTerms(long long numerator, long 
                                       static_cast<long long>(bottom));
 }
 
+// The shortest text that is read as the same number; one of at most sixteen digits before the point has no exponent.
 std::string TextOf(double number) {
-    std::string text = Detail::Format("{}", number);
+    const double size = std::abs(number);
+    const bool isPlain = size == 0 || (size >= 1e-4 && size < 1e16);
+    std::array<char, 32> digits;
+    char* const end = std::to_chars(digits.begin(), digits.end(), number,
+                                    isPlain ? std::chars_format::fixed : std::chars_format::scientific)
+                          .ptr;
+    std::string text(digits.begin(), end);
     return text.find_first_of(".e") != std::string::npos ? text : text + ".0";
 }
 
 [[noreturn]] void Refuse(const Property& property, const std::string& description) {
-    QUENZO_THROW(Unusable(property, "CoreLoad", Detail::Format("\"{}\" {}", property.GetName(), description)));
+    QUENZO_THROW(
+        Unusable(property, "CoreLoad", fmt::format(FMT_COMPILE("\"{}\" {}"), property.GetName(), description)));
 }
 
 }  // namespace
@@ -223,7 +234,7 @@ void TreeBuilder::AddNumber(Number number) {
 
 void TreeBuilder::RefuseOrAdd(std::string number) {
     if (!IsInArray()) {
-        Refuse(properties_.back(), Detail::Format("holds {}, which is no signed 64-bit integer", number));
+        Refuse(properties_.back(), fmt::format(FMT_COMPILE("holds {}, which is no signed 64-bit integer"), number));
     }
     AddNumber({0, std::move(number)});
 }
@@ -259,8 +270,8 @@ void TreeBuilder::SetRatio(Property& target) const {
     const auto ratio =
         top.text.empty() && bottom.text.empty() ? LowestTerms(top.integer, bottom.integer) : std::nullopt;
     if (!ratio) {
-        Refuse(target, Detail::Format("holds [{},{}], which is no rational of signed 64-bit integers", top.Text(),
-                                      bottom.Text()));
+        Refuse(target, fmt::format(FMT_COMPILE("holds [{},{}], which is no rational of signed 64-bit integers"),
+                                   top.Text(), bottom.Text()));
     }
     target = *ratio;
 }

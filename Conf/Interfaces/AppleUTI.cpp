@@ -3,7 +3,8 @@
 #include <Conf/Interfaces/Log.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
-#include <foundation/Format.h>
+
+#include <fmt/compile.h>
 
 #include <algorithm>
 #include <array>
@@ -59,7 +60,7 @@ const Answer& FindStillImage(const std::string& uti) {
     const std::size_t place = index.Find(uti);
     if (place == kStillImages.size() && Detail::Log().isVerbose(kUnknownLevel)) {
         Detail::Log().inform(__FILE__, __LINE__,
-                             Detail::Format("Unknown Universal Type Identifier: '{}'", uti).c_str());
+                             fmt::format(FMT_COMPILE("Unknown Universal Type Identifier: '{}'"), uti).c_str());
     }
     return answers[place];
 }

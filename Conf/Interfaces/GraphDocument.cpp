@@ -2,7 +2,6 @@
 
 #include <Conf/Interfaces/Exceptions.h>
 #include <foundation/Exception.h>
-#include <foundation/Format.h>
 #include <foundation/JsonReading.h>
 #include <foundation/JsonStream.h>
 #include <foundation/PropertyJson.h>
@@ -10,12 +9,16 @@
 #include <foundation/Throw.h>
 #include <foundation/TreeBuilder.h>
 
+#include <fmt/compile.h>
+
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -44,6 +47,13 @@ using WrittenId = std::variant<long long, double>;
 // where.
 using WrittenIds = std::array<WrittenId, 3>;
 
+// All digits of a whole number.
+std::string Digits(double number) {
+    std::array<char, std::numeric_limits<double>::max_exponent10 + 3> text;
+    char* const end = std::to_chars(text.begin(), text.end(), number, std::chars_format::fixed, 0).ptr;
+    return {text.begin(), end};
+}
+
 // A whole number that no id can be is refused: taken for another number it would join the wrong nodes. Beyond the
 // integers only floating-point numbers remain, among which -2^63 may stand for any of its neighbours.
 long long ReadId(const WrittenId& id, const char* name) {
@@ -56,7 +66,8 @@ long long ReadId(const WrittenId& id, const char* name) {
     }
     constexpr double limit = 9223372036854775808.0;
     if (number <= -limit || number >= limit) {
-        QUENZO_THROW(Malformed(Detail::Format("The value of {} does not fit in 64 bits: {:.0f}", name, number)));
+        QUENZO_THROW(
+            Malformed(fmt::format(FMT_COMPILE("The value of {} does not fit in 64 bits: {}"), name, Digits(number))));
     }
     return static_cast<long long>(number);
 }
@@ -303,8 +314,8 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
     DocumentReader document;
     const Core::JsonParsing outcome = Core::ParseJson(stream, document).outcome;
     if (outcome == Core::JsonParsing::TooDeep) {
-        QUENZO_THROW(Malformed(
-            Detail::Format("The document is nested deeper than {} levels.", Core::PropertySerializer::MAX_DEPTH)));
+        QUENZO_THROW(Malformed(fmt::format(FMT_COMPILE("The document is nested deeper than {} levels."),
+                                           Core::PropertySerializer::MAX_DEPTH)));
     }
     if (outcome == Core::JsonParsing::SyntaxError || !document.IsObject()) {
         QUENZO_THROW(Malformed("The root node must be an object."));

@@ -1,12 +1,9 @@
 #include <Conf/Interfaces/IFormatCodecVideo.h>
 
-#include <foundation/Format.h>
 #include <foundation/StringUtils.h>
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <array>
+#include <cstdint>
 #include <numeric>
 #include <string>
 #include <utility>
@@ -195,7 +192,11 @@ void IFormatCodecVideo::SetDisplayMatrix(const DisplayMatrix& matrix) {
     if (matrix.IsDefault()) {
         Tree().RemoveChild(TAG_DISPLAYMATRIX);
     } else {
-        Tree().SetChildT<std::string>(TAG_DISPLAYMATRIX, Detail::Format("{}", fmt::join(matrix.m, ":")));
+        std::string text;
+        for (const std::int32_t entry : matrix.m) {
+            text.append(text.empty() ? 0 : 1, ':').append(std::to_string(entry));
+        }
+        Tree().SetChildT<std::string>(TAG_DISPLAYMATRIX, text);
     }
 }
 

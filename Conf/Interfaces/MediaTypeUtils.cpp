@@ -3,9 +3,10 @@
 #include <Conf/Interfaces/FormatTable.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
-#include <foundation/Format.h>
 #include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
+
+#include <fmt/compile.h>
 
 #include <algorithm>
 #include <array>
@@ -144,7 +145,7 @@ const Strings& GetFormatsByExtension(const std::string& extension) {
 const std::string& GetDefaultFileExtensionForContainer(const std::string& container) {
     const Strings& extensions = GetExtensionsByFormat(container);
     if (extensions.empty()) {
-        QUENZO_THROW(std::invalid_argument(Detail::Format("Unknown media container name: {}", container)));
+        QUENZO_THROW(std::invalid_argument(fmt::format(FMT_COMPILE("Unknown media container name: {}"), container)));
     }
     return extensions.front();
 }

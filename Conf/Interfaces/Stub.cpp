@@ -6,8 +6,9 @@
 #include <Conf/Interfaces/IPreset.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
-#include <foundation/Format.h>
 #include <foundation/Throw.h>
+
+#include <fmt/compile.h>
 
 #include <algorithm>
 #include <array>
@@ -399,7 +400,7 @@ bool IsAudioBitrateRequired(const std::string& codecId) {
     }
     if (!IsAudioCodec(codecId)) {
         QUENZO_THROW(FormatException() << Exception::TagDescription(
-                         Detail::Format("Provided audio codec id is not found in list:{}", codecId)));
+                         fmt::format(FMT_COMPILE("Provided audio codec id is not found in list:{}"), codecId)));
     }
     return true;
 }
