@@ -19,6 +19,9 @@ function(quenzo_compile_settings target)
     target_compile_options(${target} PRIVATE -fsanitize=${QUENZO_SANITIZE} -fno-sanitize-recover=all
                                              -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${QUENZO_SANITIZE})
+    if(QUENZO_SANITIZE MATCHES address)
+      target_compile_definitions(${target} PRIVATE QUENZO_SEPARATE_NODES)
+    endif()
   endif()
 endfunction()
 

@@ -43,7 +43,7 @@ ITranscodingMetaGraph::GrahpImpl::Finder::Finder(const GrahpImpl& graph) : graph
     }
     first_.reserve(graph.slots_.size());
     for (const Slot& slot : graph.slots_) {
-        first_.try_emplace(slot.id, slot.vertex.get());
+        first_.try_emplace(slot.id, &*slot.vertex);
     }
 }
 
@@ -52,11 +52,15 @@ auto ITranscodingMetaGraph::GrahpImpl::Finder::operator()(NodeId node) const -> 
     return known != first_.end() ? *known->second : graph_.VertexById(node);
 }
 
+auto ITranscodingMetaGraph::GrahpImpl::Finder::First(const Vertex& vertex) const -> const Vertex& {
+    return graph_.idsAscend_ ? vertex : (*this)(graph_.IdOf(vertex));
+}
+
 auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept -> Vertex* {
     const auto hasId = [node](const Slot& slot) { return slot.id == node; };
     if (!idsAscend_) {
         const auto slot = std::find_if(slots_.begin(), slots_.end(), hasId);
-        return slot != slots_.end() ? slot->vertex.get() : nullptr;
+        return slot != slots_.end() ? &*slot->vertex : nullptr;
     }
     if (slots_.empty() || node < slots_.front().id) {
         return nullptr;
@@ -66,12 +70,12 @@ auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept ->
     const auto distance = static_cast<std::uint64_t>(node) - static_cast<std::uint64_t>(slots_.front().id);
     const std::size_t last = std::min<std::uint64_t>(distance, slots_.size() - 1);
     if (hasId(slots_[last])) {
-        return slots_[last].vertex.get();
+        return &*slots_[last].vertex;
     }
     const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(last);
     const auto slot =
         std::lower_bound(slots_.begin(), end, node, [](const Slot& each, NodeId id) { return each.id < id; });
-    return slot != end && hasId(*slot) ? slot->vertex.get() : nullptr;
+    return slot != end && hasId(*slot) ? &*slot->vertex : nullptr;
 }
 
 auto ITranscodingMetaGraph::GrahpImpl::VertexById(NodeId node) const -> Vertex& {
@@ -84,9 +88,9 @@ auto ITranscodingMetaGraph::GrahpImpl::VertexById(NodeId node) const -> Vertex& 
     return *vertex;
 }
 
-// The first edge in the out-list of the source, or the list's end.
-auto ITranscodingMetaGraph::GrahpImpl::FindEdge(const Vertex& source, const Vertex& target) const noexcept
-    -> EdgeRefs::const_iterator {
+// The first edge to the target in the out-list of the source, or the list's end.
+auto ITranscodingMetaGraph::GrahpImpl::FindExit(const Vertex& source, const Vertex& target) const noexcept
+    -> Exits::const_iterator {
     if (listsAgree_ && target.in.size() < source.out.size()) {
         const auto hasSource = [&source](EdgeList::iterator edge) { return edge->source == &source; };
         if (std::none_of(target.in.begin(), target.in.end(), hasSource)) {
@@ -94,17 +98,17 @@ auto ITranscodingMetaGraph::GrahpImpl::FindEdge(const Vertex& source, const Vert
         }
     }
     return std::find_if(source.out.begin(), source.out.end(),
-                        [&target](EdgeList::iterator edge) { return edge->target == &target; });
+                        [&target](const Exit& exit) { return exit.target == &target; });
 }
 
-auto ITranscodingMetaGraph::GrahpImpl::EdgeBetween(NodeId from, NodeId to) const -> EdgeRefs::const_iterator {
+auto ITranscodingMetaGraph::GrahpImpl::ExitBetween(NodeId from, NodeId to) const -> Exits::const_iterator {
     const Vertex& source = VertexById(from);
     const Vertex& target = VertexById(to);
-    const auto edge = FindEdge(source, target);
-    if (edge == source.out.end()) {
+    const auto exit = FindExit(source, target);
+    if (exit == source.out.end()) {
         QUENZO_THROW(LinkFailure<LinkNotFound>(from, to));
     }
-    return edge;
+    return exit;
 }
 
 auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> NodeId {
@@ -117,9 +121,12 @@ auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> No
 
 void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tree) {
     ReserveOneMore(slots_);
-    std::unique_ptr<Vertex> vertex(new Vertex{{id, std::move(tree)}, slots_.size(), {}, {}});
+    TreeList added(&treeMemory_);
+    added.push_back(std::move(tree));
+    vertices_.emplace_back().position = slots_.size();
     idsAscend_ = idsAscend_ && (slots_.empty() || slots_.back().id < id);
-    slots_.push_back({id, std::move(vertex)});
+    slots_.push_back({id, std::prev(vertices_.end()), added.begin()});
+    trees_.splice(trees_.end(), added);
 }
 
 void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
@@ -128,11 +135,13 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
     const bool isLast = position + 1 == slots_.size();
     if (isLast) {
         if (const Edge* edge = FirstEdgeTouching(vertex); edge != nullptr) {
-            QUENZO_THROW(LinkFailure<LinkExists>(edge->source->meta.id, edge->target->meta.id));
+            QUENZO_THROW(LinkFailure<LinkExists>(IdOf(*edge->source), IdOf(*edge->target)));
         }
     } else {
-        RedirectEdges(vertex, slots_[position + 1].vertex.get());
+        RedirectEdges(vertex, &*slots_[position + 1].vertex);
     }
+    vertices_.erase(slots_[position].vertex);
+    trees_.erase(slots_[position].tree);
     slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(position));
     for (std::size_t i = position; i < slots_.size(); ++i) {
         slots_[i].vertex->position = i;
@@ -161,6 +170,11 @@ void ITranscodingMetaGraph::GrahpImpl::RedirectEdges(const Vertex& removed, Vert
         edge.source = edge.source == &removed ? successor : edge.source;
         edge.target = edge.target == &removed ? successor : edge.target;
     }
+    for (Vertex& vertex : vertices_) {
+        for (Exit& exit : vertex.out) {
+            exit.target = exit.edge->target;
+        }
+    }
     listsAgree_ = false;
 }
 
@@ -171,50 +185,50 @@ auto ITranscodingMetaGraph::GrahpImpl::AddLink(NodeId from, NodeId to, const Cor
 }
 
 auto ITranscodingMetaGraph::GrahpImpl::AppendLink(Vertex& source, Vertex& target, Core::Property&& tree) -> LinkId {
-    if (FindEdge(source, target) != source.out.end()) {
-        QUENZO_THROW(LinkFailure<LinkExists>(source.meta.id, target.meta.id));
+    if (FindExit(source, target) != source.out.end()) {
+        QUENZO_THROW(LinkFailure<LinkExists>(IdOf(source), IdOf(target)));
     }
     if (lastLinkId_ == kLastId) {
         QUENZO_THROW(IdsUsedUp("link"));
     }
     ReserveOneMore(source.out);
     ReserveOneMore(target.in);
-    edges_.push_back({{lastLinkId_ + 1, std::move(tree)}, &source, &target});
+    edges_.push_back({lastLinkId_ + 1, std::move(tree), &source, &target});
     const auto edge = std::prev(edges_.end());
-    source.out.push_back(edge);
+    source.out.push_back({edge, &target});
     target.in.push_back(edge);
     return ++lastLinkId_;
 }
 
 void ITranscodingMetaGraph::GrahpImpl::RemoveLink(NodeId from, NodeId to) {
-    const auto entry = EdgeBetween(from, to);
-    const auto edge = *entry;
+    const auto exit = ExitBetween(from, to);
+    const auto edge = exit->edge;
     // The target may hold entries of several edges from that source after nodes were removed; all of them go.
-    EdgeRefs& in = edge->target->in;
+    Entries& in = edge->target->in;
     in.erase(
         std::remove_if(in.begin(), in.end(), [edge](EdgeList::iterator each) { return each->source == edge->source; }),
         in.end());
-    edge->source->out.erase(entry);
+    edge->source->out.erase(exit);
     edges_.erase(edge);
 }
 
 const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetNode(NodeId node) const {
-    return VertexById(node).meta.data;
+    return *slots_[VertexById(node).position].tree;
 }
 
 const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetLink(NodeId from, NodeId to) const {
-    return (*EdgeBetween(from, to))->meta.data;
+    return ExitBetween(from, to)->edge->tree;
 }
 
 void ITranscodingMetaGraph::GrahpImpl::Inputs(NodeId node, std::vector<NodeId>& sources) const {
     for (const auto edge : VertexById(node).in) {
-        sources.push_back(edge->source->meta.id);
+        sources.push_back(IdOf(*edge->source));
     }
 }
 
 void ITranscodingMetaGraph::GrahpImpl::Outputs(NodeId node, std::vector<NodeId>& targets) const {
-    for (const auto edge : VertexById(node).out) {
-        targets.push_back(edge->target->meta.id);
+    for (const Exit& exit : VertexById(node).out) {
+        targets.push_back(IdOf(*exit.target));
     }
 }
 
@@ -237,14 +251,14 @@ void ITranscodingMetaGraph::GrahpImpl::Outputs(std::vector<NodeId>& nodes) const
 void ITranscodingMetaGraph::GrahpImpl::VisitNodes(
     const std::function<void(NodeId, const Core::Property&)>& visit) const {
     for (const Slot& slot : slots_) {
-        visit(slot.id, slot.vertex->meta.data);
+        visit(slot.id, *slot.tree);
     }
 }
 
 void ITranscodingMetaGraph::GrahpImpl::VisitLinks(
     const std::function<void(LinkId, NodeId, NodeId, const Core::Property&)>& visit) const {
     for (const Edge& edge : edges_) {
-        visit(edge.meta.id, edge.source->meta.id, edge.target->meta.id, edge.meta.data);
+        visit(edge.id, IdOf(*edge.source), IdOf(*edge.target), edge.tree);
     }
 }
 

@@ -10,6 +10,7 @@
 #include <foundation/TreeBuilder.h>
 
 #include <fmt/compile.h>
+#include <boost/container/deque.hpp>
 
 #include <algorithm>
 #include <array>
@@ -108,11 +109,15 @@ public:
         WrittenIds ids;
     };
 
+    // Grows without moving what it holds, in blocks that a small document does not feel.
+    using Elements =
+        boost::container::deque<Element, void, boost::container::deque_options_t<boost::container::block_bytes<16384>>>;
+
     struct Section {
         bool isNamed = false;
         bool isArray = false;
-        std::vector<Element> elements;  // up to the first whose tree cannot be made
-        std::exception_ptr failure;     // why it cannot be made
+        Elements elements;           // up to the first whose tree cannot be made
+        std::exception_ptr failure;  // why it cannot be made
 
         void RequireAll() const {
             if (failure != nullptr) {
@@ -275,10 +280,10 @@ void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output)
     // All that can be wrong with the trees is found before the first byte goes out.
     bool repeatsNames = false;
     for (const Slot& slot : slots_) {
-        repeatsNames |= Core::RequireWritable(slot.vertex->meta.data, kTreeLevel);
+        repeatsNames |= Core::RequireWritable(*slot.tree, kTreeLevel);
     }
     for (const Edge& edge : edges_) {
-        repeatsNames |= Core::RequireWritable(edge.meta.data, kTreeLevel);
+        repeatsNames |= Core::RequireWritable(edge.tree, kTreeLevel);
     }
     Core::JsonQuenzoStreamOut stream(output);
     JsonWriter writer(stream);
@@ -288,7 +293,7 @@ void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output)
     for (const Slot& slot : slots_) {
         writer.StartObject();
         WriteId(writer, ID, slot.id);
-        WriteTree(writer, DATA, slot.vertex->meta.data, repeatsNames);
+        WriteTree(writer, DATA, *slot.tree, repeatsNames);
         writer.EndObject();
     }
     writer.EndArray();
@@ -296,10 +301,10 @@ void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output)
     writer.StartArray();
     for (const Edge& edge : edges_) {
         writer.StartObject();
-        WriteId(writer, ID, edge.meta.id);
-        WriteId(writer, FROM, edge.source->meta.id);
-        WriteId(writer, TO, edge.target->meta.id);
-        WriteTree(writer, DATA, edge.meta.data, repeatsNames);
+        WriteId(writer, ID, edge.id);
+        WriteId(writer, FROM, IdOf(*edge.source));
+        WriteId(writer, TO, IdOf(*edge.target));
+        WriteTree(writer, DATA, edge.tree, repeatsNames);
         writer.EndObject();
     }
     writer.EndArray();

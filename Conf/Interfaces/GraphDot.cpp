@@ -25,14 +25,14 @@ void ITranscodingMetaGraph::GrahpImpl::SaveInToDot(const SP<Core::IDataOutput>& 
     dot << "digraph " << kGraphName << " {\n";
     for (const Slot& slot : slots_) {
         dot << slot.vertex->position << "[label=\"Node Id: " << slot.id << '\n';
-        Core::PrintCorePropertyValue(slot.vertex->meta.data, 0, dot, true, true);
+        Core::PrintCorePropertyValue(*slot.tree, 0, dot, true, true);
         dot << "\"];\n";
     }
     for (const Edge& edge : edges_) {
         dot << edge.source->position << "->" << edge.target->position << ' ';
-        if (HasLabel(edge.meta.data, DATA)) {
+        if (HasLabel(edge.tree, DATA)) {
             dot << "[label=\"";
-            Core::PrintCorePropertyValue(edge.meta.data, 0, dot, true, true);
+            Core::PrintCorePropertyValue(edge.tree, 0, dot, true, true);
             dot << "\"]";
         }
         dot << ";\n";

@@ -39,8 +39,7 @@ const char* GetTopologyFaultCode(TopologyFault fault) {
     return "";
 }
 
-// A large graph lies scattered in memory. It is walked once, for what the rest of the check asks it about again and
-// again.
+// The graph is walked once, for what the rest of the check asks it about again and again.
 bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
     if (slots_.size() < 2) {
         return false;
@@ -50,12 +49,13 @@ bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
     links.targets.reserve(edges_.size());
     for (const Slot& slot : slots_) {
         const Vertex& vertex = *slot.vertex;
-        if (vertex.in.empty() && vertex.out.empty()) {
+        FetchAhead(vertex.position);
+        if (vertex.out.empty() && vertex.in.empty()) {
             return false;
         }
         links.begin.push_back(links.targets.size());
-        for (const auto edge : vertex.out) {
-            links.targets.push_back(edge->target->position);
+        for (const Exit& exit : vertex.out) {
+            links.targets.push_back(exit.target->position);
         }
     }
     links.begin.push_back(links.targets.size());
@@ -158,12 +158,12 @@ std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::StrongComponents() co
         enter(slot.vertex->position);
         while (!calls.empty()) {
             auto& [position, next] = calls.back();
-            const EdgeRefs& out = slots_[position].vertex->out;
+            const Exits& out = slots_[position].vertex->out;
             if (next == out.size()) {
                 leave(position);
                 continue;
             }
-            const std::size_t target = out[next++]->target->position;
+            const std::size_t target = out[next++].target->position;
             if (order[target] == kNone) {
                 enter(target);
             } else if (components[target] == kNone) {
@@ -178,10 +178,10 @@ std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::StrongComponents() co
 std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::Cycles() const {
     const std::vector<std::size_t> sets = StrongComponents();
     const auto nextInSet = [&sets](const Vertex& vertex) -> const Vertex* {
-        const auto edge = std::find_if(vertex.out.begin(), vertex.out.end(), [&](EdgeList::iterator each) {
-            return sets[each->target->position] == sets[vertex.position];
+        const auto exit = std::find_if(vertex.out.begin(), vertex.out.end(), [&](const Exit& each) {
+            return sets[each.target->position] == sets[vertex.position];
         });
-        return edge != vertex.out.end() ? (*edge)->target : nullptr;
+        return exit != vertex.out.end() ? exit->target : nullptr;
     };
 
     std::vector<TopologyFinding> findings;
@@ -194,10 +194,10 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::Cycles() const {
         }
         isSetDone[set] = true;
         std::vector<NodeId> walk;
-        const Vertex* vertex = slot.vertex.get();
+        const Vertex* vertex = &*slot.vertex;
         for (; step[vertex->position] == kNone; vertex = nextInSet(*vertex)) {
             step[vertex->position] = walk.size();
-            walk.push_back(vertex->meta.id);
+            walk.push_back(IdOf(*vertex));
         }
         walk.erase(walk.begin(), walk.begin() + static_cast<std::ptrdiff_t>(step[vertex->position]));
         findings.push_back({TopologyFault::Cycle, {std::move(walk)}});
@@ -240,31 +240,37 @@ auto ITranscodingMetaGraph::GrahpImpl::FindPath(NodeId from, NodeId to) const ->
         return {to};
     }
     const Finder find(*this);
-    // Each vertex reached remembers where it was reached from; a search by id always goes on from the first vertex with
-    // that id.
-    std::vector<const Vertex*> before(slots_.size(), nullptr);
-    std::vector<const Vertex*> queue = {&find(from)};
-    before[queue.front()->position] = queue.front();
-    for (std::size_t i = 0; i < queue.size(); ++i) {
-        for (const auto edge : queue[i]->out) {
-            const Vertex& reached = find(edge->target->meta.id);
-            if (before[reached.position] != nullptr) {
-                continue;
+    const std::size_t start = find(from).position;
+    const Vertex* const target = FindVertex(to);
+    if (target == nullptr) {
+        return {};
+    }
+    // Each position reached remembers where it was reached from; a search by id always goes on from the first vertex
+    // with that id.
+    std::vector<std::size_t> before(slots_.size(), kNone);
+    before[start] = start;
+    std::vector<std::size_t> queue;
+    queue.reserve(slots_.size());
+    queue.push_back(start);
+    for (std::size_t i = 0; i < queue.size() && before[target->position] == kNone; ++i) {
+        FetchAhead(queue[i]);
+        for (const Exit& exit : slots_[queue[i]].vertex->out) {
+            const std::size_t reached = find.First(*exit.target).position;
+            if (before[reached] == kNone) {
+                before[reached] = queue[i];
+                queue.push_back(reached);
             }
-            before[reached.position] = queue[i];
-            if (reached.meta.id == to) {
-                std::vector<NodeId> path;
-                for (const Vertex* vertex = &reached; vertex != queue.front(); vertex = before[vertex->position]) {
-                    path.push_back(vertex->meta.id);
-                }
-                path.push_back(from);
-                std::reverse(path.begin(), path.end());
-                return path;
-            }
-            queue.push_back(&reached);
         }
     }
-    return {};
+    std::vector<NodeId> path;
+    if (before[target->position] != kNone) {
+        for (std::size_t position = target->position; position != start; position = before[position]) {
+            path.push_back(slots_[position].id);
+        }
+        path.push_back(from);
+        std::reverse(path.begin(), path.end());
+    }
+    return path;
 }
 
 }  // namespace Quenzo::Conf
