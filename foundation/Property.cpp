@@ -59,7 +59,7 @@ PropertyException NoSuchChild(const Property& parent, const std::string& child, 
 // overlap, are the same. The last are looked at first, for keys of one size often begin alike (color_primaries,
 // color_transfer).
 template <typename Word>
-bool SameEnds(const char* one, const char* other, std::size_t size) {
+[[gnu::always_inline]] inline bool SameEnds(const char* one, const char* other, std::size_t size) {
     const auto same = [one, other](std::size_t at) {
         Word first;
         Word second;
