@@ -102,6 +102,8 @@ using PairStack = boost::container::small_vector<std::pair<First, Second>, 16>;
 
 }  // namespace
 
+inline Property::Property(ShallowCopy /*how*/, const Property& other) : name_(other.name_), value_(other.value_) {}
+
 void Property::ChildList::CopyFrom(const ChildList& other) {
     PairStack<ChildList*, const ChildList*> pending;
     pending.emplace_back(this, &other);

@@ -213,7 +213,7 @@ private:
                                           PropertyTypes::Ratio, PropertyTypes::String, PropertyTypes::Node};
 
     // Copies a leaf whole, and of a node the name alone.
-    Property(ShallowCopy /*unused*/, const Property& other) : name_(other.name_), value_(other.value_) {}
+    Property(ShallowCopy how, const Property& other);
 
     const ChildList* Children() const noexcept { return std::get_if<ChildList>(&value_); }
     ChildList* Children() noexcept { return std::get_if<ChildList>(&value_); }
