@@ -221,7 +221,7 @@ const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetLink(NodeId from, Nod
 }
 
 void ITranscodingMetaGraph::GrahpImpl::Inputs(NodeId node, std::vector<NodeId>& sources) const {
-    for (const auto edge : VertexById(node).in) {
+    for (const auto& edge : VertexById(node).in) {
         sources.push_back(IdOf(*edge->source));
     }
 }
