@@ -55,6 +55,18 @@ PropertyException NoSuchChild(const Property& parent, const std::string& child, 
     return failure;
 }
 
+// On their own, so that the look-ups, which seldom fail, have nothing to prepare for it.
+[[noreturn, gnu::noinline]] void ThrowNoSuchChild(const Property& parent, const std::string& name) {
+    QUENZO_THROW(
+        NoSuchChild(parent, name, fmt::format(FMT_COMPILE("\"{}\" has no child \"{}\""), parent.GetName(), name)));
+}
+
+[[noreturn, gnu::noinline]] void ThrowNoSuchChild(const Property& parent, std::size_t index) {
+    QUENZO_THROW(NoSuchChild(parent, std::to_string(index),
+                             fmt::format(FMT_COMPILE("\"{}\" has no child at position {}: it has {}"), parent.GetName(),
+                                         index, parent.Count())));
+}
+
 // Both texts have the size, which is at least that of a word: whether their first and their last words, which may
 // overlap, are the same. The last are looked at first, for keys of one size often begin alike (color_primaries,
 // color_transfer).
@@ -302,7 +314,7 @@ Property::const_iterator Property::FindChild(const std::string& name) const noex
 Property& Property::operator[](const std::string& name) {
     const iterator child = FindChild(name);
     if (child == end()) {
-        QUENZO_THROW(NoSuchChild(*this, name, fmt::format(FMT_COMPILE("\"{}\" has no child \"{}\""), name_, name)));
+        ThrowNoSuchChild(*this, name);
     }
     return *child;
 }
@@ -311,9 +323,7 @@ const Property& Property::operator[](const std::string& name) const { return con
 
 Property& Property::operator[](std::size_t index) {
     if (index >= Count()) {
-        QUENZO_THROW(NoSuchChild(
-            *this, std::to_string(index),
-            fmt::format(FMT_COMPILE("\"{}\" has no child at position {}: it has {}"), name_, index, Count())));
+        ThrowNoSuchChild(*this, index);
     }
     Chunk* chunk = Children()->first;
     for (; index >= chunk->used; chunk = chunk->next) {
