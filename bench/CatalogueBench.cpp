@@ -3,6 +3,7 @@
 
 #include <bench/Questions.h>
 #include <bench/Verify.h>
+#include <bench/peers/PerfectHash.h>
 
 #include <Conf/Interfaces/BitrateCalculator.h>
 #include <Conf/Interfaces/MediaTypeUtils.h>
@@ -37,6 +38,11 @@ bool IsVideoCodecByScan(const std::string& codec) {
     return std::any_of(Listed().begin(), Listed().end(), [&codec](std::string_view listed) { return listed == codec; });
 }
 
+bool IsVideoCodecByHash(const std::string& codec) {
+    static const PerfectHash hash({Listed().begin(), Listed().end()});
+    return hash.Find(codec) != Listed().size();
+}
+
 void AskForCodecs(benchmark::State& state, const Strings& codecs, bool (*isVideoCodec)(const std::string&)) {
     Verify(std::all_of(Listed().begin(), Listed().end(), isVideoCodec), "a listed codec");
     const Strings others = NotListed();
@@ -46,8 +52,10 @@ void AskForCodecs(benchmark::State& state, const Strings& codecs, bool (*isVideo
 
 void CodecListed(benchmark::State& state) { AskForCodecs(state, Listed(), Conf::IsVideoCodec); }
 void CodecListed_LinearScan(benchmark::State& state) { AskForCodecs(state, Listed(), IsVideoCodecByScan); }
+void CodecListed_Floor(benchmark::State& state) { AskForCodecs(state, Listed(), IsVideoCodecByHash); }
 void CodecNotListed(benchmark::State& state) { AskForCodecs(state, NotListed(), Conf::IsVideoCodec); }
 void CodecNotListed_LinearScan(benchmark::State& state) { AskForCodecs(state, NotListed(), IsVideoCodecByScan); }
+void CodecNotListed_Floor(benchmark::State& state) { AskForCodecs(state, NotListed(), IsVideoCodecByHash); }
 
 Strings Extensions() {
     Strings extensions;
@@ -100,6 +108,18 @@ void FormatByExtension_FoldingMap(benchmark::State& state) {
     AskForFormats(state, [&map](const std::string& extension) { return &map.Find(extension); });
 }
 
+void FormatByExtension_Floor(benchmark::State& state) {
+    const Strings extensions = Extensions();
+    const PerfectHash<true> hash({extensions.begin(), extensions.end()});
+    std::vector<const Strings*> formats;
+    for (const std::string& extension : extensions) {
+        formats.push_back(&Conf::GetFormatsByExtension(extension));
+    }
+    const Strings none;
+    formats.push_back(&none);
+    AskForFormats(state, [&](const std::string& extension) { return formats[hash.Find(extension)]; });
+}
+
 void DefaultBitrate(benchmark::State& state) {
     const auto answer = [](const std::string& codec) { return Conf::GetDefVideoBitrate(codec, 1920, 1080, 25); };
     Verify(answer("CODEC_ID_H264") > 1000000, "the bit rate of a codec");
@@ -108,10 +128,13 @@ void DefaultBitrate(benchmark::State& state) {
 
 BENCHMARK(CodecListed)->Name("CodecListed/Quenzo");
 BENCHMARK(CodecListed_LinearScan)->Name("CodecListed/LinearScan");
+BENCHMARK(CodecListed_Floor)->Name("CodecListed/Floor");
 BENCHMARK(CodecNotListed)->Name("CodecNotListed/Quenzo");
 BENCHMARK(CodecNotListed_LinearScan)->Name("CodecNotListed/LinearScan");
+BENCHMARK(CodecNotListed_Floor)->Name("CodecNotListed/Floor");
 BENCHMARK(FormatByExtension)->Name("FormatByExtension/Quenzo");
 BENCHMARK(FormatByExtension_FoldingMap)->Name("FormatByExtension/FoldingMap");
+BENCHMARK(FormatByExtension_Floor)->Name("FormatByExtension/Floor");
 BENCHMARK(DefaultBitrate)->Name("DefaultBitrate/Quenzo");
 
 }  // namespace

@@ -2,6 +2,7 @@
 // formats by text id, and a look-up that fails. Times are for one question.
 
 #include <bench/Questions.h>
+#include <bench/peers/PerfectHash.h>
 #include <bench/peers/TableFloors.h>
 #ifdef QUENZO_BENCH_GSTREAMER
 #include <bench/peers/VideoFormats.h>
@@ -137,9 +138,8 @@ std::vector<std::string> TextIds(const Rows& rows) {
     return texts;
 }
 
-template <typename Record>
-void RowByTextId(benchmark::State& state) {
-    const auto answer = [](const std::string& text) { return &Record::Find(text); };
+template <typename Record, typename Answer>
+void AskForRows(benchmark::State& state, Answer answer) {
     for (const Record& row : Record::Enumerate()) {
         Verify(answer(row.textId) == &row, "the row of a text id");
     }
@@ -147,13 +147,21 @@ void RowByTextId(benchmark::State& state) {
 }
 
 template <typename Record>
+void RowByTextId(benchmark::State& state) {
+    AskForRows<Record>(state, [](const std::string& text) { return &Record::Find(text); });
+}
+
+template <typename Record>
 void RowByTextId_LinearScan(benchmark::State& state) {
     const ScanFloor floor(Record::Enumerate());
-    const auto answer = [&floor](const std::string& text) { return &Record::Enumerate()[floor.Find(text)]; };
-    for (const Record& row : Record::Enumerate()) {
-        Verify(answer(row.textId) == &row, "the row of a text id");
-    }
-    AskInTurn(state, TextIds(Record::Enumerate()), answer);
+    AskForRows<Record>(state, [&floor](const std::string& text) { return &Record::Enumerate()[floor.Find(text)]; });
+}
+
+template <typename Record>
+void RowByTextId_Floor(benchmark::State& state) {
+    const std::vector<std::string> texts = TextIds(Record::Enumerate());
+    const PerfectHash hash({texts.begin(), texts.end()});
+    AskForRows<Record>(state, [&hash](const std::string& text) { return &Record::Enumerate()[hash.Find(text)]; });
 }
 
 constexpr const char* kFailure = "Unknown pixel format id: 1000";
@@ -198,8 +206,10 @@ BENCHMARK(VideoFramePlanes)->Name("FramePlanes/GStreamer");
 #endif
 BENCHMARK(RowByTextId<Conf::LayoutRecord>)->Name("LayoutByTextId/Quenzo");
 BENCHMARK(RowByTextId_LinearScan<Conf::LayoutRecord>)->Name("LayoutByTextId/LinearScan");
+BENCHMARK(RowByTextId_Floor<Conf::LayoutRecord>)->Name("LayoutByTextId/Floor");
 BENCHMARK(RowByTextId<Conf::SampleFmtRecord>)->Name("SampleFormatByTextId/Quenzo");
 BENCHMARK(RowByTextId_LinearScan<Conf::SampleFmtRecord>)->Name("SampleFormatByTextId/LinearScan");
+BENCHMARK(RowByTextId_Floor<Conf::SampleFmtRecord>)->Name("SampleFormatByTextId/Floor");
 BENCHMARK(FailedLookup)->Name("FailedLookup/Quenzo");
 BENCHMARK(FailedLookup_Floor)->Name("FailedLookup/Floor");
 
