@@ -87,12 +87,6 @@ private:
         TreeList::iterator tree;
     };
 
-    // The positions that the outputs of each position lead to: those of position i from begin[i] up to begin[i + 1].
-    struct FlatLinks {
-        std::vector<std::size_t> begin;
-        std::vector<std::size_t> targets;
-    };
-
     // Answers many look-ups by id in a graph that is not changed meanwhile. While ids ascend with position the slots
     // are index enough; a loaded document may have them in any order, and then the first vertex of each id is noted.
     class Finder {
@@ -136,8 +130,7 @@ private:
     void AppendNode(NodeId id, Core::Property&& tree);
     LinkId AppendLink(Vertex& source, Vertex& target, Core::Property&& tree);
 
-    static bool HasCycle(const FlatLinks& links);
-    bool HangsTogether(const FlatLinks& links) const;
+    bool HasCycle() const;
     std::vector<std::size_t> Pieces() const;
     std::vector<std::size_t> StrongComponents() const;
     std::vector<TopologyFinding> Cycles() const;

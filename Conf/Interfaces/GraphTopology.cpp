@@ -11,20 +11,41 @@ namespace {
 
 constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
-// The root of an element in a forest of disjoint sets; halves the way there for the next search.
-std::size_t Root(std::vector<std::size_t>& parents, std::size_t element) {
-    while (parents[element] != element) {
-        parents[element] = parents[parents[element]];
-        element = parents[element];
+// Sets of positions that share none; each position is in a set of its own at first.
+class DisjointSets {
+public:
+    explicit DisjointSets(std::size_t count) : parents_(count), count_(count) {
+        std::iota(parents_.begin(), parents_.end(), std::size_t{0});
     }
-    return element;
-}
 
-// Joins the sets of two elements under the root that comes first. Returns whether they were two sets.
-bool Join(std::vector<std::size_t>& parents, std::size_t one, std::size_t other) {
-    const auto [first, second] = std::minmax({Root(parents, one), Root(parents, other)});
-    parents[second] = first;
-    return first != second;
+    std::size_t Count() const noexcept { return count_; }
+
+    // The first position of the set that a position is in. Halves the way there for the next search.
+    std::size_t First(std::size_t position) {
+        while (parents_[position] != position) {
+            parents_[position] = parents_[parents_[position]];
+            position = parents_[position];
+        }
+        return position;
+    }
+
+    void Join(std::size_t one, std::size_t other) {
+        const auto [first, second] = std::minmax({First(one), First(other)});
+        parents_[second] = first;
+        count_ -= first != second ? 1 : 0;
+    }
+
+private:
+    std::vector<std::size_t> parents_;
+    std::size_t count_;
+};
+
+// Joins the positions that edges lead between.
+template <class Edges>
+void JoinByEdges(DisjointSets& sets, const Edges& edges) {
+    for (const auto& edge : edges) {
+        sets.Join(edge.source->position, edge.target->position);
+    }
 }
 
 }  // namespace
@@ -39,36 +60,53 @@ const char* GetTopologyFaultCode(TopologyFault fault) {
     return "";
 }
 
-// The graph is walked once, for what the rest of the check asks it about again and again.
+// Jobs are mostly made in the order in which their data flows. Where all links lead to later positions no cycle is
+// possible, and one walk is the whole check.
 bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
     if (slots_.size() < 2) {
         return false;
     }
-    FlatLinks links;
-    links.begin.reserve(slots_.size() + 1);
-    links.targets.reserve(edges_.size());
+    DisjointSets pieces(slots_.size());
+    bool leadsForwards = true;
     for (const Slot& slot : slots_) {
         const Vertex& vertex = *slot.vertex;
         FetchAhead(vertex.position);
         if (vertex.out.empty() && vertex.in.empty()) {
             return false;
         }
-        links.begin.push_back(links.targets.size());
         for (const Exit& exit : vertex.out) {
-            links.targets.push_back(exit.target->position);
+            leadsForwards = leadsForwards && vertex.position < exit.target->position;
+            if (listsAgree_) {
+                pieces.Join(vertex.position, exit.target->position);
+            }
         }
     }
-    links.begin.push_back(links.targets.size());
-    return !HasCycle(links) && HangsTogether(links);
+    if (!listsAgree_) {
+        // A link whose node was removed counts for the node that took over, which does not list it.
+        JoinByEdges(pieces, edges_);
+    }
+    return pieces.Count() == 1 && (leadsForwards || !HasCycle());
 }
 
 // Takes away nodes that nothing enters any more; what cannot be taken away is on a cycle or behind one.
-bool ITranscodingMetaGraph::GrahpImpl::HasCycle(const FlatLinks& links) {
-    const std::size_t count = links.begin.size() - 1;
+bool ITranscodingMetaGraph::GrahpImpl::HasCycle() const {
+    // The graph is walked once, for what is asked about it again and again: the targets of all links, by source.
+    const std::size_t count = slots_.size();
+    std::vector<std::size_t> begin;
+    std::vector<std::size_t> targets;
     std::vector<std::size_t> incoming(count, 0);
-    for (const std::size_t target : links.targets) {
-        ++incoming[target];
+    begin.reserve(count + 1);
+    targets.reserve(edges_.size());
+    for (const Slot& slot : slots_) {
+        FetchAhead(begin.size());
+        begin.push_back(targets.size());
+        for (const Exit& exit : slot.vertex->out) {
+            targets.push_back(exit.target->position);
+            ++incoming[exit.target->position];
+        }
     }
+    begin.push_back(targets.size());
+
     std::vector<std::size_t> free;
     free.reserve(count);
     for (std::size_t position = 0; position < count; ++position) {
@@ -77,49 +115,24 @@ bool ITranscodingMetaGraph::GrahpImpl::HasCycle(const FlatLinks& links) {
         }
     }
     for (std::size_t i = 0; i < free.size(); ++i) {
-        for (std::size_t link = links.begin[free[i]]; link < links.begin[free[i] + 1]; ++link) {
-            if (--incoming[links.targets[link]] == 0) {
-                free.push_back(links.targets[link]);
+        for (std::size_t link = begin[free[i]]; link < begin[free[i] + 1]; ++link) {
+            if (--incoming[targets[link]] == 0) {
+                free.push_back(targets[link]);
             }
         }
     }
     return free.size() != count;
 }
 
-bool ITranscodingMetaGraph::GrahpImpl::HangsTogether(const FlatLinks& links) const {
-    std::vector<std::size_t> parents(slots_.size());
-    std::iota(parents.begin(), parents.end(), std::size_t{0});
-    std::size_t pieces = slots_.size();
-    const auto join = [&parents, &pieces](std::size_t one, std::size_t other) {
-        pieces -= Join(parents, one, other) ? 1 : 0;
-    };
-    if (listsAgree_) {
-        for (std::size_t position = 0; position < slots_.size(); ++position) {
-            for (std::size_t link = links.begin[position]; link < links.begin[position + 1]; ++link) {
-                join(position, links.targets[link]);
-            }
-        }
-    } else {
-        // A link whose node was removed counts for the node that took over, which does not list it.
-        for (const Edge& edge : edges_) {
-            join(edge.source->position, edge.target->position);
-        }
-    }
-    return pieces == 1;
-}
-
 // For each position the number of its connected piece, counted from 0 in the order of their first nodes.
 std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::Pieces() const {
-    std::vector<std::size_t> parents(slots_.size());
-    std::iota(parents.begin(), parents.end(), std::size_t{0});
-    for (const Edge& edge : edges_) {
-        Join(parents, edge.source->position, edge.target->position);
-    }
+    DisjointSets sets(slots_.size());
+    JoinByEdges(sets, edges_);
     std::vector<std::size_t> pieces(slots_.size());
     std::size_t count = 0;
     for (std::size_t position = 0; position < slots_.size(); ++position) {
-        const std::size_t root = Root(parents, position);
-        pieces[position] = root == position ? count++ : pieces[root];
+        const std::size_t first = sets.First(position);
+        pieces[position] = first == position ? count++ : pieces[first];
     }
     return pieces;
 }
