@@ -261,7 +261,6 @@ Property& Property::operator=(const boost::rational<long long>& value) {
     return *this;
 }
 
-// On its own, so that the getters stay small enough to be put in place.
 void Property::ThrowWrongType(const char* method) const {
     PropertyException failure;
     failure << Exception::TagDescription(
@@ -271,23 +270,6 @@ void Property::ThrowWrongType(const char* method) const {
     QUENZO_THROW(failure);
 }
 
-template <typename T>
-const T& Property::Get(const char* method) const {
-    const T* value = std::get_if<T>(&value_);
-    if (value == nullptr) {
-        ThrowWrongType(method);
-    }
-    return *value;
-}
-
-bool Property::GetBool() const { return Get<bool>("GetBool"); }
-
-long long Property::GetInt64() const { return Get<long long>("GetInt64"); }
-
-const std::string& Property::GetString() const { return Get<std::string>("GetString"); }
-
-boost::rational<long long> Property::GetRatio() const { return Get<boost::rational<long long>>("GetRatio"); }
-
 bool Property::ChildExists(const std::string& name) const noexcept { return FindChild(name) != end(); }
 
 Property::iterator Property::FindChild(const std::string& name) noexcept {
@@ -295,13 +277,15 @@ Property::iterator Property::FindChild(const std::string& name) noexcept {
     const std::size_t size = name.size();
     const ChildList* children = Children();
     for (Chunk* chunk = children != nullptr ? children->first : nullptr; chunk != nullptr; chunk = chunk->next) {
-        Property* const items = chunk->Items();
-        Property* const behind = items + chunk->used;
-        Property* const found = std::find_if(items, behind, [text, size](const Property& child) {
-            return child.name_.size() == size && SameName(child.name_.data(), text, size);
-        });
-        if (found != behind) {
-            return {chunk, static_cast<std::size_t>(found - items)};
+        const Property* const items = chunk->Items();
+        const std::size_t used = chunk->used;
+        // Not std::find_if: it goes by fours as well, but divides to know how many, which takes a tenth of a read.
+#pragma GCC unroll 4
+        for (std::size_t i = 0; i < used; ++i) {
+            const std::string& each = items[i].name_;
+            if (each.size() == size && SameName(each.data(), text, size)) {
+                return {chunk, i};
+            }
         }
     }
     return end();

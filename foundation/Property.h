@@ -112,10 +112,10 @@ public:
     PropertyTypes GetType() const noexcept { return kTypes[value_.index()]; }
 
     /// The value. Each raises PropertyException when the property is of another type; nothing is converted.
-    bool GetBool() const;
-    long long GetInt64() const;
-    const std::string& GetString() const;
-    boost::rational<long long> GetRatio() const;
+    bool GetBool() const { return Get<bool>("GetBool"); }
+    long long GetInt64() const { return Get<long long>("GetInt64"); }
+    const std::string& GetString() const { return Get<std::string>("GetString"); }
+    boost::rational<long long> GetRatio() const { return Get<boost::rational<long long>>("GetRatio"); }
 
     /// The number of direct children; 0 for a leaf.
     std::size_t Count() const noexcept {
@@ -221,10 +221,17 @@ private:
     ChildList& ChildrenFor(const char* method);
     bool EqualsWithoutChildren(const Property& other) const;
 
+    // Not in place, so that the getters are.
     [[noreturn]] void ThrowWrongType(const char* method) const;
 
     template <typename T>
-    const T& Get(const char* method) const;
+    const T& Get(const char* method) const {
+        const T* value = std::get_if<T>(&value_);
+        if (value == nullptr) {
+            ThrowWrongType(method);
+        }
+        return *value;
+    }
 
     template <typename T>
     bool AreSame(const Property& other) const;

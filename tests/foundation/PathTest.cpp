@@ -14,16 +14,18 @@ namespace {
 static_assert(std::is_convertible_v<std::string, ioPath> && std::is_convertible_v<const char*, ioPath>);
 static_assert(std::is_convertible_v<std::filesystem::path, ioPath>);
 static_assert(!std::is_constructible_v<ioPath, int>);
+static_assert(std::is_constructible_v<std::filesystem::path, ioPath>);
+static_assert(!std::is_convertible_v<ioPath, std::filesystem::path> && !std::is_constructible_v<std::string, ioPath>);
 
 void ExpectKept(const std::string& text) {
     EXPECT_EQ(ioPath(text).utf8string(), text);
-    EXPECT_EQ(ioPath(text).ToFilesystemPath().native(), text);
+    EXPECT_EQ(static_cast<std::filesystem::path>(ioPath(text)).native(), text);
     EXPECT_EQ(ioPath(std::filesystem::path(text)).utf8string(), text);
 }
 
 TEST(PathTest, DefaultConstructor_IsEmpty) {
     EXPECT_EQ(ioPath().utf8string(), "");
-    EXPECT_EQ(ioPath().ToFilesystemPath(), std::filesystem::path());
+    EXPECT_EQ(static_cast<std::filesystem::path>(ioPath()), std::filesystem::path());
 }
 
 TEST(PathTest, Text_IsKeptAsItIsGiven) {
