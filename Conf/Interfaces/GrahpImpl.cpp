@@ -43,7 +43,7 @@ ITranscodingMetaGraph::GrahpImpl::Finder::Finder(const GrahpImpl& graph) : graph
     }
     first_.reserve(graph.slots_.size());
     for (const Slot& slot : graph.slots_) {
-        first_.try_emplace(slot.id, &*slot.vertex);
+        first_.try_emplace(slot.id, slot.vertex);
     }
 }
 
@@ -60,7 +60,7 @@ auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept ->
     const auto hasId = [node](const Slot& slot) { return slot.id == node; };
     if (!idsAscend_) {
         const auto slot = std::find_if(slots_.begin(), slots_.end(), hasId);
-        return slot != slots_.end() ? &*slot->vertex : nullptr;
+        return slot != slots_.end() ? slot->vertex : nullptr;
     }
     if (slots_.empty() || node < slots_.front().id) {
         return nullptr;
@@ -70,12 +70,12 @@ auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept ->
     const auto distance = static_cast<std::uint64_t>(node) - static_cast<std::uint64_t>(slots_.front().id);
     const std::size_t last = std::min<std::uint64_t>(distance, slots_.size() - 1);
     if (hasId(slots_[last])) {
-        return &*slots_[last].vertex;
+        return slots_[last].vertex;
     }
     const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(last);
     const auto slot =
         std::lower_bound(slots_.begin(), end, node, [](const Slot& each, NodeId id) { return each.id < id; });
-    return slot != end && hasId(*slot) ? &*slot->vertex : nullptr;
+    return slot != end && hasId(*slot) ? slot->vertex : nullptr;
 }
 
 auto ITranscodingMetaGraph::GrahpImpl::VertexById(NodeId node) const -> Vertex& {
@@ -91,9 +91,9 @@ auto ITranscodingMetaGraph::GrahpImpl::VertexById(NodeId node) const -> Vertex& 
 // The first edge to the target in the out-list of the source, or the list's end.
 auto ITranscodingMetaGraph::GrahpImpl::FindExit(const Vertex& source, const Vertex& target) const noexcept
     -> Exits::const_iterator {
-    if (listsAgree_ && target.in.size() < source.out.size()) {
+    if (const Entries& in = EntriesOf(target); listsAgree_ && in.size() < source.out.size()) {
         const auto hasSource = [&source](EdgeList::iterator edge) { return edge->source == &source; };
-        if (std::none_of(target.in.begin(), target.in.end(), hasSource)) {
+        if (std::none_of(in.begin(), in.end(), hasSource)) {
             return source.out.end();
         }
     }
@@ -111,6 +111,12 @@ auto ITranscodingMetaGraph::GrahpImpl::ExitBetween(NodeId from, NodeId to) const
     return exit;
 }
 
+ITranscodingMetaGraph::GrahpImpl::~GrahpImpl() {
+    for (const Slot& slot : slots_) {
+        vertices_.delete_object(slot.vertex);
+    }
+}
+
 auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> NodeId {
     if (lastNodeId_ == kLastId) {
         QUENZO_THROW(IdsUsedUp("node"));
@@ -121,12 +127,13 @@ auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> No
 
 void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tree) {
     ReserveOneMore(slots_);
-    TreeList added(&treeMemory_);
-    added.push_back(std::move(tree));
-    vertices_.emplace_back().position = slots_.size();
+    RecordList added(&recordMemory_);
+    added.emplace_back().tree = std::move(tree);
+    auto* const vertex = vertices_.new_object<Vertex>();
+    vertex->position = slots_.size();
     idsAscend_ = idsAscend_ && (slots_.empty() || slots_.back().id < id);
-    slots_.push_back({id, std::prev(vertices_.end()), added.begin()});
-    trees_.splice(trees_.end(), added);
+    slots_.push_back({id, vertex, added.begin()});
+    records_.splice(records_.end(), added);
 }
 
 void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
@@ -138,10 +145,10 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
             QUENZO_THROW(LinkFailure<LinkExists>(IdOf(*edge->source), IdOf(*edge->target)));
         }
     } else {
-        RedirectEdges(vertex, &*slots_[position + 1].vertex);
+        RedirectEdges(vertex, slots_[position + 1].vertex);
     }
-    vertices_.erase(slots_[position].vertex);
-    trees_.erase(slots_[position].tree);
+    vertices_.delete_object(slots_[position].vertex);
+    records_.erase(slots_[position].record);
     slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(position));
     for (std::size_t i = position; i < slots_.size(); ++i) {
         slots_[i].vertex->position = i;
@@ -153,7 +160,7 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
 }
 
 auto ITranscodingMetaGraph::GrahpImpl::FirstEdgeTouching(const Vertex& vertex) const noexcept -> const Edge* {
-    if (listsAgree_ && vertex.out.empty() && vertex.in.empty()) {
+    if (listsAgree_ && vertex.out.empty() && EntriesOf(vertex).empty()) {
         return nullptr;
     }
     const auto edge = std::find_if(edges_.begin(), edges_.end(), [&vertex](const Edge& each) {
@@ -170,8 +177,8 @@ void ITranscodingMetaGraph::GrahpImpl::RedirectEdges(const Vertex& removed, Vert
         edge.source = edge.source == &removed ? successor : edge.source;
         edge.target = edge.target == &removed ? successor : edge.target;
     }
-    for (Vertex& vertex : vertices_) {
-        for (Exit& exit : vertex.out) {
+    for (const Slot& slot : slots_) {
+        for (Exit& exit : slot.vertex->out) {
             exit.target = exit.edge->target;
         }
     }
@@ -191,12 +198,13 @@ auto ITranscodingMetaGraph::GrahpImpl::AppendLink(Vertex& source, Vertex& target
     if (lastLinkId_ == kLastId) {
         QUENZO_THROW(IdsUsedUp("link"));
     }
+    Entries& in = EntriesOf(target);
     ReserveOneMore(source.out);
-    ReserveOneMore(target.in);
+    ReserveOneMore(in);
     edges_.push_back({lastLinkId_ + 1, std::move(tree), &source, &target});
     const auto edge = std::prev(edges_.end());
     source.out.push_back({edge, &target});
-    target.in.push_back(edge);
+    in.push_back(edge);
     return ++lastLinkId_;
 }
 
@@ -204,7 +212,7 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveLink(NodeId from, NodeId to) {
     const auto exit = ExitBetween(from, to);
     const auto edge = exit->edge;
     // The target may hold entries of several edges from that source after nodes were removed; all of them go.
-    Entries& in = edge->target->in;
+    Entries& in = EntriesOf(*edge->target);
     in.erase(
         std::remove_if(in.begin(), in.end(), [edge](EdgeList::iterator each) { return each->source == edge->source; }),
         in.end());
@@ -213,7 +221,7 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveLink(NodeId from, NodeId to) {
 }
 
 const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetNode(NodeId node) const {
-    return *slots_[VertexById(node).position].tree;
+    return slots_[VertexById(node).position].record->tree;
 }
 
 const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetLink(NodeId from, NodeId to) const {
@@ -221,7 +229,7 @@ const Core::Property& ITranscodingMetaGraph::GrahpImpl::GetLink(NodeId from, Nod
 }
 
 void ITranscodingMetaGraph::GrahpImpl::Inputs(NodeId node, std::vector<NodeId>& sources) const {
-    for (const auto& edge : VertexById(node).in) {
+    for (const auto& edge : EntriesOf(VertexById(node))) {
         sources.push_back(IdOf(*edge->source));
     }
 }
@@ -234,7 +242,7 @@ void ITranscodingMetaGraph::GrahpImpl::Outputs(NodeId node, std::vector<NodeId>&
 
 void ITranscodingMetaGraph::GrahpImpl::Inputs(std::vector<NodeId>& nodes) const {
     for (const Slot& slot : slots_) {
-        if (slot.vertex->in.empty()) {
+        if (slot.record->in.empty()) {
             nodes.push_back(slot.id);
         }
     }
@@ -251,7 +259,7 @@ void ITranscodingMetaGraph::GrahpImpl::Outputs(std::vector<NodeId>& nodes) const
 void ITranscodingMetaGraph::GrahpImpl::VisitNodes(
     const std::function<void(NodeId, const Core::Property&)>& visit) const {
     for (const Slot& slot : slots_) {
-        visit(slot.id, *slot.tree);
+        visit(slot.id, slot.record->tree);
     }
 }
 

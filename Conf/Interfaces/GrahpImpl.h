@@ -23,6 +23,11 @@ public:
     static constexpr const char* FROM = "from";
     static constexpr const char* TO = "to";
 
+    GrahpImpl() = default;
+    GrahpImpl(const GrahpImpl&) = delete;
+    GrahpImpl& operator=(const GrahpImpl&) = delete;
+    ~GrahpImpl();
+
     NodeId AddNode(const Core::Property& tree);
     void RemoveNode(NodeId node);
     LinkId AddLink(NodeId from, NodeId to, const Core::Property& tree);
@@ -66,25 +71,29 @@ private:
         Vertex* target;
     };
 
-    // Few nodes have more links in one direction than fit without a block of their own.
-    using Exits = boost::container::small_vector<Exit, 2>;
-    using Entries = boost::container::small_vector<EdgeList::iterator, 2>;
+    // Most nodes have one link in each direction at most; more take a block of their own.
+    using Exits = boost::container::small_vector<Exit, 1>;
+    using Entries = boost::container::small_vector<EdgeList::iterator, 1>;
 
-    // All that a walk needs, so that it lies close together; the rest stands in the slot of that position.
+    // All that a walk along the links needs, so that a vertex takes less than one line of the processor's caches.
     struct Vertex {
         std::size_t position = 0;
         Exits out;
+    };
+
+    // The rest of a node.
+    struct Record {
+        Core::Property tree;
         Entries in;
     };
 
-    using VertexList = std::pmr::list<Vertex>;
-    using TreeList = std::pmr::list<Core::Property>;
+    using RecordList = std::pmr::list<Record>;
 
-    // The node at a position. Ids lie together, so that a search by id walks one array.
+    // The node at a position, and the owner of its vertex. Ids lie together, so that a search by id walks one array.
     struct Slot {
         NodeId id;
-        VertexList::iterator vertex;
-        TreeList::iterator tree;
+        Vertex* vertex;
+        RecordList::iterator record;
     };
 
     // Answers many look-ups by id in a graph that is not changed meanwhile. While ids ascend with position the slots
@@ -105,6 +114,7 @@ private:
     };
 
     NodeId IdOf(const Vertex& vertex) const noexcept { return slots_[vertex.position].id; }
+    Entries& EntriesOf(const Vertex& vertex) const noexcept { return slots_[vertex.position].record->in; }
     Vertex* FindVertex(NodeId node) const noexcept;
     Vertex& VertexById(NodeId node) const;
     Exits::const_iterator FindExit(const Vertex& source, const Vertex& target) const noexcept;
@@ -121,7 +131,7 @@ private:
         if (position + 2 * step >= slots_.size()) {
             return;
         }
-        __builtin_prefetch(&*slots_[position + 2 * step].vertex);
+        __builtin_prefetch(slots_[position + 2 * step].vertex);
         if (const Exits& out = slots_[position + step].vertex->out; !out.empty()) {
             __builtin_prefetch(out.front().target);
         }
@@ -138,10 +148,10 @@ private:
     // Each kind of element has memory of its own. Where vertices lie close together a walk through a large graph is
     // several times as fast.
     Detail::NodeMemory vertexMemory_;
-    Detail::NodeMemory treeMemory_;
+    Detail::NodeMemory recordMemory_;
     Detail::NodeMemory edgeMemory_;
-    VertexList vertices_{&vertexMemory_};
-    TreeList trees_{&treeMemory_};
+    std::pmr::polymorphic_allocator<Vertex> vertices_{&vertexMemory_};
+    RecordList records_{&recordMemory_};
     std::vector<Slot> slots_;
     EdgeList edges_{&edgeMemory_};
     NodeId lastNodeId_ = 0;

@@ -280,7 +280,7 @@ void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output)
     // All that can be wrong with the trees is found before the first byte goes out.
     bool repeatsNames = false;
     for (const Slot& slot : slots_) {
-        repeatsNames |= Core::RequireWritable(*slot.tree, kTreeLevel);
+        repeatsNames |= Core::RequireWritable(slot.record->tree, kTreeLevel);
     }
     for (const Edge& edge : edges_) {
         repeatsNames |= Core::RequireWritable(edge.tree, kTreeLevel);
@@ -293,7 +293,7 @@ void ITranscodingMetaGraph::GrahpImpl::Save(const SP<Core::IDataOutput>& output)
     for (const Slot& slot : slots_) {
         writer.StartObject();
         WriteId(writer, ID, slot.id);
-        WriteTree(writer, DATA, *slot.tree, repeatsNames);
+        WriteTree(writer, DATA, slot.record->tree, repeatsNames);
         writer.EndObject();
     }
     writer.EndArray();

@@ -25,7 +25,7 @@ void ITranscodingMetaGraph::GrahpImpl::SaveInToDot(const SP<Core::IDataOutput>& 
     dot << "digraph " << kGraphName << " {\n";
     for (const Slot& slot : slots_) {
         dot << slot.vertex->position << "[label=\"Node Id: " << slot.id << '\n';
-        Core::PrintCorePropertyValue(*slot.tree, 0, dot, true, true);
+        Core::PrintCorePropertyValue(slot.record->tree, 0, dot, true, true);
         dot << "\"];\n";
     }
     for (const Edge& edge : edges_) {

@@ -71,7 +71,7 @@ bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
     for (const Slot& slot : slots_) {
         const Vertex& vertex = *slot.vertex;
         FetchAhead(vertex.position);
-        if (vertex.out.empty() && vertex.in.empty()) {
+        if (vertex.out.empty() && slot.record->in.empty()) {
             return false;
         }
         for (const Exit& exit : vertex.out) {
@@ -207,7 +207,7 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::Cycles() const {
         }
         isSetDone[set] = true;
         std::vector<NodeId> walk;
-        const Vertex* vertex = &*slot.vertex;
+        const Vertex* vertex = slot.vertex;
         for (; step[vertex->position] == kNone; vertex = nextInSet(*vertex)) {
             step[vertex->position] = walk.size();
             walk.push_back(IdOf(*vertex));
@@ -227,7 +227,7 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::ExamineTopology()
         }
     }
     for (const Slot& slot : slots_) {
-        if (slot.vertex->in.empty() && slot.vertex->out.empty()) {
+        if (slot.vertex->out.empty() && slot.record->in.empty()) {
             findings.push_back({TopologyFault::IsolatedNode, {{slot.id}}});
         }
     }

@@ -9,8 +9,8 @@
 
 namespace Quenzo::Detail {
 
-/// The memory of one list, whose nodes lie close together in blocks that grow, up to 64 KB. That of removed nodes is
-/// used again, and all of it is given back when this is destroyed, which has to be after the list.
+/// The memory of elements of one size, which lie close together in blocks that grow, up to 64 KB. That of removed ones
+/// is used again, and all of it is given back when this is destroyed, which has to be after the elements.
 ///
 /// The standard library's pools are no choice: those of libstdc++ end the program when memory runs out.
 class NodeMemory final : public std::pmr::memory_resource {
