@@ -53,9 +53,10 @@ function(quenzo_library target)
   quenzo_fast_loading(${target})
 endfunction()
 
-# The sources of this folder that gain from more effort.
+# The sources of this folder that gain from more effort. Their functions begin where a line of the processor's caches does,
+# so that their speed does not depend on what the linker happens to put before them.
 function(quenzo_hot_sources)
-  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS $<$<CONFIG:Release>:-O3>)
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "$<$<CONFIG:Release>:-O3;-falign-functions=64>")
 endfunction()
 
 # What keeps the time short that a shared library takes to load, and its file small.
