@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <numeric>
 #include <utility>
 
 namespace Quenzo::Conf {
@@ -14,29 +13,28 @@ constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 // Sets of positions that share none; each position is in a set of its own at first.
 class DisjointSets {
 public:
-    explicit DisjointSets(std::size_t count) : parents_(count), count_(count) {
-        std::iota(parents_.begin(), parents_.end(), std::size_t{0});
-    }
+    explicit DisjointSets(std::size_t count) : back_(count, 0), count_(count) {}
 
     std::size_t Count() const noexcept { return count_; }
 
     // The first position of the set that a position is in. Halves the way there for the next search.
     std::size_t First(std::size_t position) {
-        while (parents_[position] != position) {
-            parents_[position] = parents_[parents_[position]];
-            position = parents_[position];
+        while (back_[position] != 0) {
+            back_[position] += back_[position - back_[position]];
+            position -= back_[position];
         }
         return position;
     }
 
     void Join(std::size_t one, std::size_t other) {
         const auto [first, second] = std::minmax({First(one), First(other)});
-        parents_[second] = first;
+        back_[second] = second - first;
         count_ -= first != second ? 1 : 0;
     }
 
 private:
-    std::vector<std::size_t> parents_;
+    // How far before each position another one of its set lies; 0 for the first of a set.
+    std::vector<std::size_t> back_;
     std::size_t count_;
 };
 
