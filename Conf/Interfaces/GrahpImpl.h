@@ -140,7 +140,7 @@ private:
     void AppendNode(NodeId id, Core::Property&& tree);
     LinkId AppendLink(Vertex& source, Vertex& target, Core::Property&& tree);
 
-    bool HasCycle() const;
+    bool UnorderedTopologyIsValid() const;
     std::vector<std::size_t> Pieces() const;
     std::vector<std::size_t> StrongComponents() const;
     std::vector<TopologyFinding> Cycles() const;

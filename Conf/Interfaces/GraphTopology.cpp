@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace Quenzo::Conf {
@@ -13,37 +14,46 @@ constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 // Sets of positions that share none; each position is in a set of its own at first.
 class DisjointSets {
 public:
-    explicit DisjointSets(std::size_t count) : back_(count, 0), count_(count) {}
+    explicit DisjointSets(std::size_t count) : parents_(count), count_(count) {
+        std::iota(parents_.begin(), parents_.end(), std::size_t{0});
+    }
 
     std::size_t Count() const noexcept { return count_; }
 
-    // The first position of the set that a position is in. Halves the way there for the next search.
-    std::size_t First(std::size_t position) {
-        while (back_[position] != 0) {
-            back_[position] += back_[position - back_[position]];
-            position -= back_[position];
+    // The position that stands for the set that a position is in. Halves the way there for the next search.
+    std::size_t Root(std::size_t position) {
+        while (parents_[position] != position) {
+            parents_[position] = parents_[parents_[position]];
+            position = parents_[position];
         }
         return position;
     }
 
-    void Join(std::size_t one, std::size_t other) {
-        const auto [first, second] = std::minmax({First(one), First(other)});
-        back_[second] = second - first;
-        count_ -= first != second ? 1 : 0;
+    // Joins the sets of both ends of a link. Where links are joined from source to target each target is new, and the
+    // way to the root stays short.
+    void Join(std::size_t source, std::size_t target) {
+        const std::size_t root = Root(source);
+        const std::size_t joined = Root(target);
+        parents_[joined] = root;
+        count_ -= joined != root ? 1 : 0;
     }
 
 private:
-    // How far before each position another one of its set lies; 0 for the first of a set.
-    std::vector<std::size_t> back_;
+    std::vector<std::size_t> parents_;
     std::size_t count_;
 };
 
-// Joins the positions that edges lead between.
+bool IsIsolated(const auto& slot) { return slot.vertex->out.empty() && slot.record->in.empty(); }
+
+// The pieces that edges make of a graph. A link whose node was removed counts for the node that took over, which does
+// not list it.
 template <class Edges>
-void JoinByEdges(DisjointSets& sets, const Edges& edges) {
+DisjointSets JoinedByEdges(std::size_t nodes, const Edges& edges) {
+    DisjointSets pieces(nodes);
     for (const auto& edge : edges) {
-        sets.Join(edge.source->position, edge.target->position);
+        pieces.Join(edge.source->position, edge.target->position);
     }
+    return pieces;
 }
 
 }  // namespace
@@ -65,72 +75,73 @@ bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
         return false;
     }
     DisjointSets pieces(slots_.size());
-    bool leadsForwards = true;
     for (const Slot& slot : slots_) {
         const Vertex& vertex = *slot.vertex;
         FetchAhead(vertex.position);
-        if (vertex.out.empty() && slot.record->in.empty()) {
+        if (IsIsolated(slot)) {
             return false;
         }
         for (const Exit& exit : vertex.out) {
-            leadsForwards = leadsForwards && vertex.position < exit.target->position;
-            if (listsAgree_) {
-                pieces.Join(vertex.position, exit.target->position);
+            if (exit.target->position <= vertex.position) {
+                return UnorderedTopologyIsValid();
             }
+            pieces.Join(vertex.position, exit.target->position);
         }
     }
-    if (!listsAgree_) {
-        // A link whose node was removed counts for the node that took over, which does not list it.
-        JoinByEdges(pieces, edges_);
-    }
-    return pieces.Count() == 1 && (leadsForwards || !HasCycle());
+    return (listsAgree_ ? pieces.Count() : JoinedByEdges(slots_.size(), edges_).Count()) == 1;
 }
 
 // Takes away nodes that nothing enters any more; what cannot be taken away is on a cycle or behind one.
-bool ITranscodingMetaGraph::GrahpImpl::HasCycle() const {
-    // The graph is walked once, for what is asked about it again and again: the targets of all links, by source.
-    const std::size_t count = slots_.size();
-    std::vector<std::size_t> begin;
-    std::vector<std::size_t> targets;
-    std::vector<std::size_t> incoming(count, 0);
-    begin.reserve(count + 1);
-    targets.reserve(edges_.size());
+bool ITranscodingMetaGraph::GrahpImpl::UnorderedTopologyIsValid() const {
+    // The graph is walked once. What a step from node to node needs then lies in one place: where links lead all over a
+    // large graph, each look elsewhere is a wait for memory.
+    struct Node {
+        std::size_t incoming = 0;
+        boost::container::small_vector<std::size_t, 1> targets;
+    };
+    std::vector<Node> nodes(slots_.size());
     for (const Slot& slot : slots_) {
-        FetchAhead(begin.size());
-        begin.push_back(targets.size());
-        for (const Exit& exit : slot.vertex->out) {
-            targets.push_back(exit.target->position);
-            ++incoming[exit.target->position];
+        const Vertex& vertex = *slot.vertex;
+        FetchAhead(vertex.position);
+        if (IsIsolated(slot)) {
+            return false;
+        }
+        for (const Exit& exit : vertex.out) {
+            nodes[vertex.position].targets.push_back(exit.target->position);
+            ++nodes[exit.target->position].incoming;
         }
     }
-    begin.push_back(targets.size());
 
     std::vector<std::size_t> free;
-    free.reserve(count);
-    for (std::size_t position = 0; position < count; ++position) {
-        if (incoming[position] == 0) {
+    free.reserve(slots_.size());
+    for (std::size_t position = 0; position < slots_.size(); ++position) {
+        if (nodes[position].incoming == 0) {
             free.push_back(position);
         }
     }
+    DisjointSets pieces(slots_.size());
     for (std::size_t i = 0; i < free.size(); ++i) {
-        for (std::size_t link = begin[free[i]]; link < begin[free[i] + 1]; ++link) {
-            if (--incoming[targets[link]] == 0) {
-                free.push_back(targets[link]);
+        for (const std::size_t target : nodes[free[i]].targets) {
+            pieces.Join(free[i], target);
+            if (--nodes[target].incoming == 0) {
+                free.push_back(target);
             }
         }
     }
-    return free.size() != count;
+    return free.size() == slots_.size() &&
+           (listsAgree_ ? pieces.Count() : JoinedByEdges(slots_.size(), edges_).Count()) == 1;
 }
 
 // For each position the number of its connected piece, counted from 0 in the order of their first nodes.
 std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::Pieces() const {
-    DisjointSets sets(slots_.size());
-    JoinByEdges(sets, edges_);
+    DisjointSets sets = JoinedByEdges(slots_.size(), edges_);
+    std::vector<std::size_t> numbers(slots_.size(), kNone);
     std::vector<std::size_t> pieces(slots_.size());
     std::size_t count = 0;
     for (std::size_t position = 0; position < slots_.size(); ++position) {
-        const std::size_t first = sets.First(position);
-        pieces[position] = first == position ? count++ : pieces[first];
+        std::size_t& number = numbers[sets.Root(position)];
+        number = number == kNone ? count++ : number;
+        pieces[position] = number;
     }
     return pieces;
 }
@@ -225,7 +236,7 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::ExamineTopology()
         }
     }
     for (const Slot& slot : slots_) {
-        if (slot.vertex->out.empty() && slot.record->in.empty()) {
+        if (IsIsolated(slot)) {
             findings.push_back({TopologyFault::IsolatedNode, {{slot.id}}});
         }
     }
