@@ -17,13 +17,17 @@
 #include <rapidjson/document.h>
 #include <rapidjson/writer.h>
 
+#include <cstddef>
+#include <numeric>
 #include <string>
+#include <vector>
 
 namespace {
 
 using namespace Quenzo;
 using Bench::MakeChain;
 using Bench::MakeDocument;
+using Bench::MakeShuffledChain;
 using Conf::ITranscodingMetaGraph;
 using Core::Property;
 
@@ -84,25 +88,7 @@ void SaveDocument_RapidJsonAlone(benchmark::State& state) {
     Finish(state, document.size());
 }
 
-void TopologyCheck(benchmark::State& state) {
-    const auto graph = MakeChain(state.range(0));
-    bool isValid = false;
-    for (auto _ : state) {
-        isValid = graph->TopologyIsValid();
-        benchmark::DoNotOptimize(isValid);
-    }
-    Bench::Verify(isValid, "the topology of a chain");
-    state.SetComplexityN(state.range(0));
-}
-
-void TopologyCheck_BoostGraph(benchmark::State& state) {
-    Bench::BoostGraph graph;
-    for (long long i = 0; i < state.range(0); ++i) {
-        boost::add_vertex(graph.store);
-    }
-    for (long long i = 1; i < state.range(0); ++i) {
-        boost::add_edge(static_cast<std::size_t>(i - 1), static_cast<std::size_t>(i), graph.store);
-    }
+void CheckTopology(benchmark::State& state, const auto& graph) {
     bool isValid = false;
     for (auto _ : state) {
         isValid = graph.TopologyIsValid();
@@ -110,6 +96,32 @@ void TopologyCheck_BoostGraph(benchmark::State& state) {
     }
     Bench::Verify(isValid, "the topology of a chain");
     state.SetComplexityN(state.range(0));
+}
+
+void TopologyCheck(benchmark::State& state) { CheckTopology(state, *MakeChain(state.range(0))); }
+
+void TopologyCheckShuffled(benchmark::State& state) { CheckTopology(state, *MakeShuffledChain(state.range(0))); }
+
+Bench::BoostGraph BoostChain(const std::vector<long long>& order) {
+    Bench::BoostGraph graph;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        boost::add_vertex(graph.store);
+    }
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        boost::add_edge(static_cast<std::size_t>(order[i - 1] - 1), static_cast<std::size_t>(order[i] - 1),
+                        graph.store);
+    }
+    return graph;
+}
+
+void TopologyCheck_BoostGraph(benchmark::State& state) {
+    std::vector<long long> order(static_cast<std::size_t>(state.range(0)));
+    std::iota(order.begin(), order.end(), 1LL);
+    CheckTopology(state, BoostChain(order));
+}
+
+void TopologyCheckShuffled_BoostGraph(benchmark::State& state) {
+    CheckTopology(state, BoostChain(Bench::Shuffled(state.range(0))));
 }
 
 long long CountNodes(const ITranscodingMetaGraph& graph) {
@@ -216,6 +228,8 @@ BENCHMARK(LoadDocument_BoostGraph)->Arg(kSmall)->Arg(kLarge)->Unit(benchmark::kM
 BENCHMARK(RemoveNodes)->Arg(kRemoved)->Unit(benchmark::kMillisecond);
 BENCHMARK(RemoveNodes_BoostGraph)->Arg(kRemoved)->Unit(benchmark::kMillisecond);
 BENCHMARK(TopologyCheck_BoostGraph)->Arg(10 * kLarge)->Unit(benchmark::kMillisecond);
+BENCHMARK(TopologyCheckShuffled)->Arg(10 * kLarge)->Unit(benchmark::kMillisecond);
+BENCHMARK(TopologyCheckShuffled_BoostGraph)->Arg(10 * kLarge)->Unit(benchmark::kMillisecond);
 BENCHMARK(TopologyCheck)
     ->RangeMultiplier(kStep)
     ->Range(kSmall, 10 * kLarge)

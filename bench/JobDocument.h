@@ -6,7 +6,12 @@
 
 #include <boost/rational.hpp>
 
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
+#include <random>
 #include <string>
+#include <vector>
 
 namespace Quenzo::Bench {
 
@@ -38,6 +43,27 @@ inline SP<Conf::ITranscodingMetaGraph> MakeChain(long long count) {
         if (i > 1) {
             graph->AddLink(i - 1, i, LinkTree(i));
         }
+    }
+    return graph;
+}
+
+/// The numbers from 1 on in an order without order, the same each time.
+inline std::vector<long long> Shuffled(long long count) {
+    std::vector<long long> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 1LL);
+    std::shuffle(numbers.begin(), numbers.end(), std::mt19937_64());
+    return numbers;
+}
+
+/// A chain that leads through its nodes in an order that has nothing to do with the one in which they were made.
+inline SP<Conf::ITranscodingMetaGraph> MakeShuffledChain(long long count) {
+    const auto graph = Conf::ITranscodingMetaGraph::Create();
+    const std::vector<long long> order = Shuffled(count);
+    for (long long i = 1; i <= count; ++i) {
+        graph->AddNode(NodeTree(i));
+    }
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        graph->AddLink(order[i - 1], order[i], LinkTree(order[i]));
     }
     return graph;
 }
