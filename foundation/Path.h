@@ -18,10 +18,12 @@ concept FilesystemPath = std::constructible_from<T, std::u8string> && requires(c
 class QUENZO_API ioPath {
 public:
     ioPath() = default;
+
     /// Text is taken for UTF-8 and not checked; a null pointer is not allowed.
     ioPath(std::string utf8);
     ioPath(const char* utf8);
 
+    /// Takes over the text of a file-system path.
     template <FilesystemPath Path>
     ioPath(const Path& path) {
         const std::u8string text = path.u8string();
