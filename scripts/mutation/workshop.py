@@ -310,21 +310,24 @@ class Bench:
             raise DoesNotCompile(done.stderr)
 
     def _build_libraries(self, changed):
+        # Those that the mutant does not change lie beside those that it does: one of them loads another from there.
+        for library in self.shop.shared.values():
+            self._place(library).symlink_to(self.shop.build / library)
         for name, output in {**self.shop.shared, **self.shop.archives}.items():
             units = [unit for unit in changed if unit.target == name]
             if not units:
                 continue
             for unit in units:
                 self._compile(unit)
-            file = re.sub(r"(\.so\.\d+).*", r"\1", Path(output).name)
-            self._link(output, self.folder / "lib" / file)
+            place = self._place(output)
+            place.unlink(missing_ok=True)
+            self._link(output, place)
             if output in self.shop.archives.values():
-                self.built[output] = str(self.folder / "lib" / file)
-            if name in LOADED_BY:
-                loader = self.shop.shared[LOADED_BY[name]]
-                beside = self.folder / "lib" / re.sub(r"(\.so\.\d+).*", r"\1", Path(loader).name)
-                if not beside.exists():
-                    shutil.copy(self.shop.build / loader, beside)
+                self.built[output] = str(place)
+
+    def _place(self, library):
+        """Where programs find a library while a mutant is judged."""
+        return self.folder / "lib" / re.sub(r"(\.so\.\d+).*", r"\1", Path(library).name)
 
     def _affected(self, target, changed):
         output = {**self.shop.programs, **self.shop.helpers}[target]
