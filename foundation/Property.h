@@ -221,7 +221,7 @@ private:
     ChildList& ChildrenFor(const char* method);
     bool EqualsWithoutChildren(const Property& other) const;
 
-    // Not in place, so that the getters are.
+    // Out of line, so that the getters stay small enough to be put in place.
     [[noreturn]] void ThrowWrongType(const char* method) const;
 
     template <typename T>

@@ -11,8 +11,6 @@
 #include <rapidjson/encodings.h>
 #include <rapidjson/writer.h>
 
-#include <algorithm>
-#include <cstddef>
 #include <string>
 
 namespace Quenzo::Core {
@@ -24,18 +22,6 @@ PropertyException Unusable(const Property& property, const char* method, const s
 
 /// "nested deeper than 1000 levels"
 std::string TooDeep();
-
-/// Has the processor fetch the children of a tree that will be looked at soon. Most nodes keep theirs in one block.
-[[gnu::always_inline]] inline void FetchChildren(const Property& tree) noexcept {
-    constexpr std::size_t kCacheLine = 64;
-    constexpr std::size_t kMost = 8;
-    if (const std::size_t count = std::min(tree.Count(), kMost); count != 0) {
-        const auto* const first = reinterpret_cast<const char*>(&*tree.begin());
-        for (std::size_t at = 0; at < count * sizeof(Property); at += kCacheLine) {
-            __builtin_prefetch(first + at);
-        }
-    }
-}
 
 /// Raises PropertyException when a tree cannot be written as a JSON value that stands at `level` of its document.
 /// Returns whether any node of it has repeated names.

@@ -113,8 +113,17 @@ auto ITranscodingMetaGraph::GrahpImpl::ExitBetween(NodeId from, NodeId to) const
 
 ITranscodingMetaGraph::GrahpImpl::~GrahpImpl() {
     for (const Slot& slot : slots_) {
-        vertices_.delete_object(slot.vertex);
+        DeleteVertex(slot.vertex);
     }
+}
+
+auto ITranscodingMetaGraph::GrahpImpl::NewVertex() -> Vertex* {
+    return new (vertexMemory_.Allocate(sizeof(Vertex))) Vertex;
+}
+
+void ITranscodingMetaGraph::GrahpImpl::DeleteVertex(Vertex* vertex) noexcept {
+    std::destroy_at(vertex);
+    vertexMemory_.Free(vertex);
 }
 
 auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> NodeId {
@@ -127,9 +136,9 @@ auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> No
 
 void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tree) {
     ReserveOneMore(slots_);
-    RecordList added(&recordMemory_);
+    RecordList added(records_.get_allocator());
     added.emplace_back().tree = std::move(tree);
-    auto* const vertex = vertices_.new_object<Vertex>();
+    Vertex* const vertex = NewVertex();
     vertex->position = slots_.size();
     idsAscend_ = idsAscend_ && (slots_.empty() || slots_.back().id < id);
     slots_.push_back({id, vertex, added.begin()});
@@ -147,7 +156,7 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
     } else {
         RedirectEdges(vertex, slots_[position + 1].vertex);
     }
-    vertices_.delete_object(slots_[position].vertex);
+    DeleteVertex(slots_[position].vertex);
     records_.erase(slots_[position].record);
     slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(position));
     for (std::size_t i = position; i < slots_.size(); ++i) {

@@ -50,7 +50,8 @@ using WrittenIds = std::array<WrittenId, 3>;
 
 // All digits of a whole number.
 std::string Digits(double number) {
-    std::array<char, std::numeric_limits<double>::max_exponent10 + 3> text;
+    constexpr std::size_t kSign = 1;
+    std::array<char, kSign + std::numeric_limits<double>::max_exponent10 + 1> text;
     char* const end = std::to_chars(text.begin(), text.end(), number, std::chars_format::fixed, 0).ptr;
     return {text.begin(), end};
 }
@@ -94,6 +95,19 @@ void WriteTree(JsonWriter& writer, const char* name, const Core::Property& tree,
     writer.EndObject();
 }
 
+// Has the processor fetch the children of a tree that will be looked at soon; most trees keep them in one block. Put in
+// place always, for the reason that GrahpImpl::FetchAhead gives.
+[[gnu::always_inline]] inline void FetchChildren(const Core::Property& tree) noexcept {
+    constexpr std::size_t kCacheLine = 64;
+    constexpr std::size_t kMost = 8;
+    if (const std::size_t count = std::min(tree.Count(), kMost); count != 0) {
+        const auto first = reinterpret_cast<std::uintptr_t>(&*tree.begin());
+        for (std::size_t at = 0; at < count * sizeof(Core::Property); at += kCacheLine) {
+            __builtin_prefetch(reinterpret_cast<const void*>(first + at));
+        }
+    }
+}
+
 // Visits elements in their order. The children of their trees lie scattered in memory, so the processor is told of them
 // some elements before, which takes a tenth off the time to save a large graph.
 template <typename Elements, typename Visit>
@@ -102,7 +116,7 @@ void VisitAll(const Elements& elements, Visit visit) {
     auto ahead = elements.begin();
     const auto fetch = [&ahead, end = elements.end()] {
         if (ahead != end) {
-            Core::FetchChildren(ahead->tree);
+            FetchChildren(ahead->tree);
             ++ahead;
         }
     };

@@ -29,8 +29,8 @@ public:
         return position;
     }
 
-    // Joins the sets of both ends of a link. Where links are joined from source to target each target is new, and the
-    // way to the root stays short.
+    // Joins the sets of both ends of a link. Halving alone keeps the ways short, so the larger set is not looked for;
+    // and in the order in which data flows most targets are in no other set yet.
     void Join(std::size_t source, std::size_t target) {
         const std::size_t root = Root(source);
         const std::size_t joined = Root(target);
@@ -88,10 +88,16 @@ bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
             pieces.Join(vertex.position, exit.target->position);
         }
     }
-    return (listsAgree_ ? pieces.Count() : JoinedByEdges(slots_.size(), edges_).Count()) == 1;
+    return IsOnePiece(pieces.Count());
 }
 
-// Takes away nodes that nothing enters any more; what cannot be taken away is on a cycle or behind one.
+// Whether the graph hangs together; its number of pieces is known when its vertices list all links.
+bool ITranscodingMetaGraph::GrahpImpl::IsOnePiece(std::size_t piecesOfListedLinks) const {
+    return (listsAgree_ ? piecesOfListedLinks : JoinedByEdges(slots_.size(), edges_).Count()) == 1;
+}
+
+// The whole check for links that lead anywhere. Nodes that nothing enters any more are taken away; what cannot be taken
+// away is on a cycle or behind one.
 bool ITranscodingMetaGraph::GrahpImpl::UnorderedTopologyIsValid() const {
     // The graph is walked once. What a step from node to node needs then lies in one place: where links lead all over a
     // large graph, each look elsewhere is a wait for memory.
@@ -128,8 +134,7 @@ bool ITranscodingMetaGraph::GrahpImpl::UnorderedTopologyIsValid() const {
             }
         }
     }
-    return free.size() == slots_.size() &&
-           (listsAgree_ ? pieces.Count() : JoinedByEdges(slots_.size(), edges_).Count()) == 1;
+    return free.size() == slots_.size() && IsOnePiece(pieces.Count());
 }
 
 // For each position the number of its connected piece, counted from 0 in the order of their first nodes.

@@ -3,7 +3,6 @@
 #include <boost/pool/pool.hpp>
 
 #include <cstddef>
-#include <memory_resource>
 #include <new>
 #include <optional>
 
@@ -13,7 +12,7 @@ namespace Quenzo::Detail {
 /// is used again, and all of it is given back when this is destroyed, which has to be after the elements.
 ///
 /// The standard library's pools are no choice: those of libstdc++ end the program when memory runs out.
-class NodeMemory final : public std::pmr::memory_resource {
+class NodeMemory {
     // AddressSanitizer sees a node used after its removal only if it has a block of its own.
 #ifdef QUENZO_SEPARATE_NODES
     static constexpr bool kSeparate = true;
@@ -26,9 +25,11 @@ class NodeMemory final : public std::pmr::memory_resource {
     static constexpr std::size_t kFirstNodes = 16;
     static constexpr std::size_t kLargestBlock = 65536;
 
-    void* do_allocate(std::size_t bytes, std::size_t alignment) override {
+public:
+    /// Raises std::bad_alloc. The size is the same each time.
+    void* Allocate(std::size_t bytes) {
         if (kSeparate) {
-            return std::pmr::new_delete_resource()->allocate(bytes, alignment);
+            return ::operator new(bytes);
         }
         if (!pool_) {
             pool_.emplace(bytes, kFirstNodes, kLargestBlock / bytes);
@@ -40,17 +41,39 @@ class NodeMemory final : public std::pmr::memory_resource {
         return node;
     }
 
-    void do_deallocate(void* node, std::size_t bytes, std::size_t alignment) override {
+    void Free(void* node) noexcept {
         if (kSeparate) {
-            std::pmr::new_delete_resource()->deallocate(node, bytes, alignment);
+            ::operator delete(node);
         } else {
             pool_->free(node);
         }
     }
 
-    bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override { return this == &other; }
-
+private:
     std::optional<boost::pool<>> pool_;
+};
+
+/// Has a container of nodes, one element in each, take them from such a memory.
+template <typename T>
+class NodeAllocator {
+public:
+    using value_type = T;
+
+    explicit NodeAllocator(NodeMemory& memory) noexcept : memory_(&memory) {}
+
+    template <typename Other>
+    NodeAllocator(const NodeAllocator<Other>& other) noexcept : memory_(other.memory_) {}
+
+    T* allocate(std::size_t count) { return static_cast<T*>(memory_->Allocate(count * sizeof(T))); }
+    void deallocate(T* node, std::size_t /*count*/) noexcept { memory_->Free(node); }
+
+    bool operator==(const NodeAllocator& other) const noexcept = default;
+
+private:
+    template <typename Other>
+    friend class NodeAllocator;
+
+    NodeMemory* memory_;
 };
 
 }  // namespace Quenzo::Detail

@@ -283,6 +283,9 @@ TEST(GraphLoadTest, Load_OfATreeThatCannotBeReadThrowsPropertyException) {
     ExpectPropertyException(R"({"a":[1,2,3]})",
                             "\"a\" holds an array that is neither a rational [numerator,denominator] nor a list of "
                             "one-member objects");
+    ExpectPropertyException(R"({"a":[1,2,null]})",
+                            "\"a\" holds an array that is neither a rational [numerator,denominator] nor a list of "
+                            "one-member objects");
     ExpectPropertyException("[]",
                             "\"data\" holds an array that is neither a rational [numerator,denominator] nor a list of "
                             "one-member objects");

@@ -151,6 +151,17 @@ TEST(TopologyTest, ALinkHandedOnToTheNextNode_StillJoinsThePieces) {
     ExpectFindings(handedOutput, {Isolated(3)});
 }
 
+TEST(TopologyTest, PiecesThatOnlyALinkHandedOnJoins_AreOne) {
+    // 3 -> 2 becomes 4 -> 2, which node 4 does not list among its outputs.
+    const Graph onwards = MakeGraph(5, {{1, 2}, {3, 2}, {4, 5}});
+    onwards->RemoveNode(3);
+    ExpectFindings(onwards, {});
+    // The same where links lead back: 3 -> 1 becomes 4 -> 1.
+    const Graph backwards = MakeGraph(5, {{2, 1}, {3, 1}, {5, 4}});
+    backwards->RemoveNode(3);
+    ExpectFindings(backwards, {});
+}
+
 TEST(TopologyTest, ALinkHandedOnToItsOwnSource_IsACycleWhenItIsAnOutput) {
     // 3 -> 2 becomes 3 -> 3 and stands among the outputs of node 3; 2 -> 3 only among its inputs.
     const Graph output = MakeGraph(3, {{3, 2}, {1, 3}});

@@ -107,6 +107,9 @@ TEST(GraphAllocationTest, Queries_LeaveTheGraphAlone) {
     EXPECT_GT(FailEveryAllocation(MakeJob, visit, look), 0);
 }
 
+// A valid job whose links all lead to nodes made before, which takes the longer check.
+Graph MakeBackwardJob() { return MakeGraph(5, {{5, 4}, {4, 3}, {4, 2}, {3, 1}, {2, 1}}); }
+
 // Two cycles, an isolated node and a piece of its own.
 Graph MakeBrokenJob() { return MakeGraph(9, {{1, 2}, {2, 3}, {3, 1}, {4, 5}, {5, 4}, {7, 8}, {8, 9}, {3, 4}}); }
 
@@ -118,12 +121,14 @@ TEST(GraphAllocationTest, Topology_IsExaminedInFullOrNotAtAll) {
     };
     const auto examine = [](Examined& examined) {
         auto findings = examined.graph->ExamineTopology();
-        examined.isValid = MakeJob()->TopologyIsValid();
+        const bool isValid = MakeJob()->TopologyIsValid() && MakeBackwardJob()->TopologyIsValid();
+        examined.isValid = isValid;
         examined.findings = std::move(findings);
     };
     Examined whole;
     examine(whole);
     EXPECT_EQ(whole.findings.size(), 4U);
+    EXPECT_TRUE(whole.isValid);
     const auto state = [&whole](const Examined& examined) {
         return std::pair(examined.findings == whole.findings, ContentsOf(examined.graph));
     };
