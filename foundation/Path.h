@@ -4,13 +4,14 @@
 
 #include <concepts>
 #include <string>
+#include <string_view>
 
 namespace Quenzo {
 
-/// std::filesystem::path, or whatever else gives its text as UTF-8 and is made from such text. Its header is among the
-/// slowest to compile, so it is left to those who have such paths.
+/// std::filesystem::path, or whatever else gives its text as UTF-8. Its header is among the slowest to compile, so it
+/// is left to those who have such paths.
 template <typename T>
-concept FilesystemPath = std::constructible_from<T, std::u8string> && requires(const T& path) {
+concept FilesystemPath = requires(const T& path) {
     { path.u8string() } -> std::same_as<std::u8string>;
 };
 
@@ -21,6 +22,7 @@ public:
 
     /// Text is taken for UTF-8 and not checked; a null pointer is not allowed.
     ioPath(std::string utf8);
+    ioPath(std::string_view utf8);
     ioPath(const char* utf8);
 
     /// Takes over the text of a file-system path.
@@ -35,9 +37,8 @@ public:
 
     /// The path as the file system's functions take it: static_cast<std::filesystem::path>(path).
     template <FilesystemPath Path>
-    explicit operator Path() const {
-        return Path(std::u8string(utf8_.begin(), utf8_.end()));
-    }
+    requires std::constructible_from<Path, std::u8string>
+    explicit operator Path() const { return Path(std::u8string(utf8_.begin(), utf8_.end())); }
 
     bool operator==(const ioPath& other) const = default;
 

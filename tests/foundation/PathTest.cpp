@@ -6,12 +6,14 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace Quenzo {
 namespace {
 
 static_assert(std::is_convertible_v<std::string, ioPath> && std::is_convertible_v<const char*, ioPath>);
+static_assert(std::is_convertible_v<std::string_view, ioPath>);
 static_assert(std::is_convertible_v<std::filesystem::path, ioPath>);
 static_assert(!std::is_constructible_v<ioPath, int>);
 static_assert(std::is_constructible_v<std::filesystem::path, ioPath>);
@@ -19,6 +21,7 @@ static_assert(!std::is_convertible_v<ioPath, std::filesystem::path> && !std::is_
 
 void ExpectKept(const std::string& text) {
     EXPECT_EQ(ioPath(text).utf8string(), text);
+    EXPECT_EQ(ioPath(std::string_view(text)).utf8string(), text);
     EXPECT_EQ(static_cast<std::filesystem::path>(ioPath(text)).native(), text);
     EXPECT_EQ(ioPath(std::filesystem::path(text)).utf8string(), text);
 }
@@ -40,6 +43,16 @@ TEST(PathTest, Text_ThatIsNoUtf8IsKeptToo) {
     ExpectKept("\xFF\xFE.mov");
     ExpectKept("\xC3");
     ExpectKept(std::string("a\0b", 3));
+}
+
+// Not made from text itself, so that it is a path only by inheritance.
+struct DerivedPath : std::filesystem::path {
+    explicit DerivedPath(const char* text) : std::filesystem::path(text) {}
+};
+
+TEST(PathTest, WhatIsDerivedFromAPath_MakesAPath) {
+    const ioPath path = DerivedPath("a/clip.mov");
+    EXPECT_EQ(path.utf8string(), "a/clip.mov");
 }
 
 TEST(PathTest, Literal_MakesAPath) {
