@@ -11,6 +11,8 @@
 #include <dlfcn.h>
 #include <malloc.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <string>
@@ -18,8 +20,11 @@
 namespace Quenzo::Testing {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 std::string LastError() {
     const char* const error = dlerror();
@@ -136,6 +141,25 @@ TEST(ModuleTest, Conf_LeavesGlogAlone) {
         EXPECT_FALSE(IsMapped("libquenzo-foundation.so"));
         EXPECT_TRUE(IsMapped("libglog.so"));
     });
+}
+
+// The library looks for the logging library beside itself.
+TEST(ModuleTest, Conf_WithoutTheLoggingLibraryLogsToStandardError) {
+    std::string folder = (std::filesystem::temp_directory_path() / "quenzo-test-XXXXXX").string();
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    const std::string alone = folder + "/libquenzo-conf.so";
+    std::filesystem::copy_file(QUENZO_TEST_CONF, alone);
+    const Module conf(alone);
+    std::filesystem::remove_all(folder);
+    const Module module(QUENZO_TEST_MODULES "/user-module.so");
+    ::testing::internal::CaptureStderr();
+    EXPECT_TRUE(FIND(module, AskTheLog)());
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "of what only a verbose log says";
+    ::testing::internal::CaptureStderr();
+    FIND(module, WriteTheLog)();
+    EXPECT_THAT(::testing::internal::GetCapturedStderr(),
+                AllOf(StartsWith("Conf/Interfaces/ITranscodingMetaGraph.cpp:"),
+                      EndsWith("] Replacing output format for lossless conversion to DVD\n")));
 }
 
 TEST(ModuleTest, Failures_CrossModulesByTheirClass) {

@@ -13,6 +13,9 @@ MODULE_API int UseLibrary();
 /// Has the library ask whether a line is to be logged.
 MODULE_API bool AskTheLog();
 
+/// Has the library log a line.
+MODULE_API void WriteTheLog();
+
 /// Raises the failure of that number, from 0 to CountFailures() - 1, by QUENZO_THROW.
 MODULE_API void Raise(int number);
 MODULE_API int CountFailures();

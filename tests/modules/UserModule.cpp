@@ -8,6 +8,7 @@
 #include <Conf/Interfaces/ITranscodingMetaGraph.h>
 #include <Conf/Interfaces/MediaTypeUtils.h>
 #include <Conf/Interfaces/Stub.h>
+#include <Conf/Interfaces/TreePreset.h>
 #include <foundation/DataStream.h>
 
 #include <string>
@@ -49,3 +50,7 @@ int UseLibrary() {
 }
 
 bool AskTheLog() { return UTI::FindFormatID("no.such.type").empty(); }
+
+void WriteTheLog() {
+    ITranscodingMetaGraph::MakeOutFileDescription(TreePreset::Create(Core::Property("preset")), "disc", true);
+}
