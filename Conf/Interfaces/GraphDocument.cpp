@@ -103,7 +103,8 @@ void WriteTree(JsonWriter& writer, const char* name, const Core::Property& tree,
     if (const std::size_t count = std::min(tree.Count(), kMost); count != 0) {
         const auto first = reinterpret_cast<std::uintptr_t>(&*tree.begin());
         for (std::size_t at = 0; at < count * sizeof(Core::Property); at += kCacheLine) {
-            __builtin_prefetch(reinterpret_cast<const void*>(first + at));
+            // A number, because it may lie behind the block where no pointer may point.
+            __builtin_prefetch(reinterpret_cast<const void*>(first + at));  // NOLINT(performance-no-int-to-ptr)
         }
     }
 }
