@@ -141,8 +141,8 @@ void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tr
     Vertex* const vertex = NewVertex();
     vertex->position = slots_.size();
     idsAscend_ = idsAscend_ && (slots_.empty() || slots_.back().id < id);
-    slots_.push_back({id, vertex, added.begin()});
     records_.splice(records_.end(), added);
+    slots_.push_back({id, vertex, std::prev(records_.end())});
 }
 
 void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
