@@ -1,5 +1,6 @@
 #include <Conf/Interfaces/AppleUTI.h>
 
+#include <Conf/Interfaces/Kept.h>
 #include <Conf/Interfaces/Log.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
@@ -17,6 +18,7 @@ namespace Quenzo::Conf::UTI {
 namespace {
 
 using Detail::FileText;
+using Detail::Keep;
 using Detail::TextIndex;
 using Detail::VideoText;
 
@@ -45,30 +47,40 @@ constexpr int kUnknownLevel = 30;
 // The container and the codec.
 using Answer = std::pair<std::string, std::string>;
 
-// The answers to the identifiers of a table, in its order, and behind them the empty one to all others.
+// The answers to the identifiers of a table, in its order.
 template <std::size_t N>
-std::array<Answer, N + 1> AnswersOf(const std::array<Row, N>& rows) {
-    std::array<Answer, N + 1> answers;
+std::array<Answer, N> AnswersOf(const std::array<Row, N>& rows) {
+    std::array<Answer, N> answers;
     std::transform(rows.begin(), rows.end(), answers.begin(),
                    [](const Row& row) { return Answer(row.format, row.codec); });
     return answers;
 }
 
+// The answer to any unknown identifier.
+const Answer& NoAnswer() {
+    static const Answer& none = Keep(Answer());
+    return none;
+}
+
 const Answer& FindStillImage(const std::string& uti) {
     static constexpr TextIndex index(Detail::TextsOf(kStillImages, &Row::uti));
-    static const auto answers = AnswersOf(kStillImages);
+    static const auto& answers = Keep(AnswersOf(kStillImages));
     const std::size_t place = index.Find(uti);
-    if (place == kStillImages.size() && Detail::Log().isVerbose(kUnknownLevel)) {
-        Detail::Log().inform(__FILE__, __LINE__,
-                             fmt::format(FMT_COMPILE("Unknown Universal Type Identifier: '{}'"), uti).c_str());
+    if (place < answers.size()) {
+        return answers[place];
     }
-    return answers[place];
+    if (Detail::Log().isVerbose(__FILE__, kUnknownLevel)) {
+        Detail::Log().inform(__FILE__, __LINE__,
+                             fmt::format(FMT_COMPILE("Unknown Universal Type Identifier: '{}'"), uti));
+    }
+    return NoAnswer();
 }
 
 const Answer& FindAnimatedImage(const std::string& uti) {
     static constexpr TextIndex index(Detail::TextsOf(kAnimatedImages, &Row::uti));
-    static const auto answers = AnswersOf(kAnimatedImages);
-    return answers[index.Find(uti)];
+    static const auto& answers = Keep(AnswersOf(kAnimatedImages));
+    const std::size_t place = index.Find(uti);
+    return place < answers.size() ? answers[place] : NoAnswer();
 }
 
 }  // namespace

@@ -6,17 +6,17 @@
 
 #include <foundation/Export.h>
 
-#include <string>
+#include <string_view>
 
 namespace Quenzo::Detail {
 
 /// What the logging library does for this one.
 struct LogFunctions {
     /// Writes an informational line. The file and the line number are those of the code that reports.
-    void (*inform)(const char* file, int line, const char* text);
+    void (*inform)(const char* file, int line, std::string_view text);
 
-    /// True when verbose lines of that level are wanted.
-    bool (*isVerbose)(int level);
+    /// True when verbose lines of that level are wanted from that source file.
+    bool (*isVerbose)(const char* file, int level);
 };
 
 /// Loads glog when called first, from any thread. When the logging library is not installed, informational lines go to

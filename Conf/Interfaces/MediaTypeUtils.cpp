@@ -1,6 +1,7 @@
 #include <Conf/Interfaces/MediaTypeUtils.h>
 
 #include <Conf/Interfaces/FormatTable.h>
+#include <Conf/Interfaces/Kept.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
 #include <foundation/StringUtils.h>
@@ -21,6 +22,7 @@ namespace {
 
 using Detail::FileText;
 using Detail::FormatExtension;
+using Detail::Keep;
 using Detail::kFormatExtensions;
 using Strings = std::vector<std::string>;
 
@@ -79,12 +81,22 @@ public:
         }
     }
 
-    const Strings& Find(std::string_view text) const noexcept { return found_[index_.Find(text)]; }
+    // Null when the index does not know the text.
+    const Strings* Find(std::string_view text) const noexcept {
+        const std::size_t place = index_.Find(text);
+        return place < N ? &found_[place] : nullptr;
+    }
 
 private:
     const CaselessIndex<N>& index_;
-    std::array<Strings, N + 1> found_;  // the last stays empty: it is for what the index does not find
+    std::array<Strings, N> found_;
 };
+
+// What is answered of any unknown text.
+const Strings& Nothing() {
+    static const Strings& nothing = Keep(Strings());
+    return nothing;
+}
 
 // The different texts of one member, in the order in which they first appear.
 template <std::size_t N>
@@ -133,13 +145,17 @@ std::string GetFormatExtentionTip(const std::string& groupId) {
 }
 
 const Strings& GetExtensionsByFormat(const std::string& format) {
-    static const PairIndex<kFormats> extensions(kFormatIndex, &FormatExtension::format, &FormatExtension::extension);
-    return extensions.Find(format);
+    static const auto& extensions =
+        Keep(PairIndex(kFormatIndex, &FormatExtension::format, &FormatExtension::extension));
+    const Strings* const found = extensions.Find(format);
+    return found != nullptr ? *found : Nothing();
 }
 
 const Strings& GetFormatsByExtension(const std::string& extension) {
-    static const PairIndex<kExtensions> formats(kExtensionIndex, &FormatExtension::extension, &FormatExtension::format);
-    return formats.Find(extension);
+    static const auto& formats =
+        Keep(PairIndex(kExtensionIndex, &FormatExtension::extension, &FormatExtension::format));
+    const Strings* const found = formats.Find(extension);
+    return found != nullptr ? *found : Nothing();
 }
 
 const std::string& GetDefaultFileExtensionForContainer(const std::string& container) {

@@ -4,6 +4,7 @@
 #include <Conf/Interfaces/Exceptions.h>
 #include <Conf/Interfaces/FormatTable.h>
 #include <Conf/Interfaces/IPreset.h>
+#include <Conf/Interfaces/Kept.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
 #include <foundation/Throw.h>
@@ -29,6 +30,7 @@ using Detail::FileText;
 using Detail::FormatClass;
 using Detail::FormatRow;
 using Detail::ImplText;
+using Detail::Keep;
 using Detail::TextIndex;
 using Detail::VideoText;
 using Strings = std::vector<std::string>;
@@ -217,133 +219,133 @@ bool HasOnlyStreamsOf(const SP<const IPreset>& preset, const std::string& stream
 }  // namespace
 
 const Strings& GetAllVideoCodecs() {
-    static const Strings list = ListedCodecsAndNone(CodecKind::Video);
+    static const Strings& list = Keep(ListedCodecsAndNone(CodecKind::Video));
     return list;
 }
 
 const Strings& GetAllAudioCodecs() {
-    static const Strings list = ListedCodecsAndNone(CodecKind::Audio);
+    static const Strings& list = Keep(ListedCodecsAndNone(CodecKind::Audio));
     return list;
 }
 
 const Strings& GetAllSubtitleCodecs() {
-    static const Strings list = ListedCodecs(CodecKind::Subtitle);
+    static const Strings& list = Keep(ListedCodecs(CodecKind::Subtitle));
     return list;
 }
 
 const Strings& GetAllCodecIds() {
-    static const Strings list = AllCodecIds();
+    static const Strings& list = Keep(AllCodecIds());
     return list;
 }
 
 const Strings& GetRAWImageFormatList() {
-    static const Strings list = RawFormats();
+    static const Strings& list = Keep(RawFormats());
     return list;
 }
 
 const Strings& GetHEIFImageFormatList() {
-    static const Strings list = ToStrings(kHeifFormats);
+    static const Strings& list = Keep(ToStrings(kHeifFormats));
     return list;
 }
 
 const Strings& GetQZPFormatList() {
-    static const Strings list = {std::string(FileText::FORMAT_QZP_1_0)};
+    static const Strings& list = Keep(Strings{std::string(FileText::FORMAT_QZP_1_0)});
     return list;
 }
 
 const Strings& GetCDFormatList() {
-    static const Strings list = {std::string(FileText::FORMAT_CDA)};
+    static const Strings& list = Keep(Strings{std::string(FileText::FORMAT_CDA)});
     return list;
 }
 
 const Strings& GetAudioContainerList() {
-    static const Strings list = ToStrings(kAudioContainers);
+    static const Strings& list = Keep(ToStrings(kAudioContainers));
     return list;
 }
 
 const Strings& GetTextSubtitleContainerList() {
-    static const Strings list = ToStrings(kTextSubtitleContainers);
+    static const Strings& list = Keep(ToStrings(kTextSubtitleContainers));
     return list;
 }
 
 const Strings& GetDisabledFormatParserList() {
-    static const Strings list;
+    static const Strings& list = Keep(Strings());
     return list;
 }
 
 const Strings& GetDisabledFormatMuxerList() {
-    static const Strings list;
+    static const Strings& list = Keep(Strings());
     return list;
 }
 
 const Strings& GetDisabledDecoderList() {
-    static const Strings list = ToStrings(kDisabledDecoders);
+    static const Strings& list = Keep(ToStrings(kDisabledDecoders));
     return list;
 }
 
 const Strings& GetDisabledEncoderList() {
-    static const Strings list = ToStrings(kDisabledEncoders);
+    static const Strings& list = Keep(ToStrings(kDisabledEncoders));
     return list;
 }
 
 const Strings& GetBlackListedEncoders() {
-    static const Strings list = ToStrings(kBlackListed);
+    static const Strings& list = Keep(ToStrings(kBlackListed));
     return list;
 }
 
 const Strings& GetBlackListedDecoders() {
-    static const Strings list = ToStrings(kBlackListed);
+    static const Strings& list = Keep(ToStrings(kBlackListed));
     return list;
 }
 
 const Strings& GetExternalDecoderList() {
-    static const Strings list;
+    static const Strings& list = Keep(Strings());
     return list;
 }
 
 const Strings& GetExternalEncoderList() { return GetExternalDecoderList(); }
 
 const Strings& GetMuxerImplList() {
-    static const Strings list = ToStrings(kMuxers);
+    static const Strings& list = Keep(ToStrings(kMuxers));
     return list;
 }
 
 const Strings& GetParserImplList() {
-    static const Strings list = ToStrings(kParsers);
+    static const Strings& list = Keep(ToStrings(kParsers));
     return list;
 }
 
 const Strings& GetDecoderImplList() {
-    static const Strings list = ToStrings(kDecoders);
+    static const Strings& list = Keep(ToStrings(kDecoders));
     return list;
 }
 
 const Strings& GetEncoderImplList() {
-    static const Strings list = ToStrings(kEncoders);
+    static const Strings& list = Keep(ToStrings(kEncoders));
     return list;
 }
 
 const Strings& GetAllImplList() {
-    static const Strings list = ToStrings(kImplementations);
+    static const Strings& list = Keep(ToStrings(kImplementations));
     return list;
 }
 
 const Strings& GetProprietaryCodecs() {
-    static const Strings list = ToStrings(kProprietaryCodecs);
+    static const Strings& list = Keep(ToStrings(kProprietaryCodecs));
     return list;
 }
 
 const std::unordered_set<std::string>& GetImageContainerSet(AnimatedImages animated) {
     if (animated == AnimatedImages::Include) {
-        static const std::unordered_set<std::string> withAnimations = ImageContainers(true);
+        static const std::unordered_set<std::string>& withAnimations = Keep(ImageContainers(true));
         return withAnimations;
     }
-    static const std::unordered_set<std::string> still = ImageContainers(false);
+    static const std::unordered_set<std::string>& still = Keep(ImageContainers(false));
     return still;
 }
 
 const std::vector<std::pair<std::string, std::string>>& GetFormatExtensionList() {
-    static const std::vector<std::pair<std::string, std::string>> list = FormatExtensions();
+    static const std::vector<std::pair<std::string, std::string>>& list = Keep(FormatExtensions());
     return list;
 }
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -137,6 +138,8 @@ TEST(AppleUTITest, Answers_AreTheSameObjectsEveryTime) {
         }
         EXPECT_EQ(&find("unknown"), &find("another"));
     }
+    EXPECT_EQ(&FindFormatID("unknown"), &FindAnimatedFormatID("unknown"));
+    EXPECT_EQ(&FindCodecID("unknown"), &FindAnimatedCodecID("unknown"));
 }
 
 TEST(AppleUTITest, Answers_StayAsTheyAreAcrossLaterCalls) {
@@ -201,6 +204,30 @@ TEST(AppleUTITest, Log_TakesTheIdentifierAsItIs) {
                                     "INFO AppleUTI.cpp Unknown Universal Type Identifier: 'a 'quoted' one'",
                                     "INFO AppleUTI.cpp Unknown Universal Type Identifier: '%s'",
                                     "INFO AppleUTI.cpp Unknown Universal Type Identifier: 'public.j'"}));
+}
+
+TEST(AppleUTITest, Log_TakesTheIdentifierWithItsZeroCharacters) {
+    using namespace std::string_literals;
+    const LogLines log(30);
+    EXPECT_EQ(FindFormatID("a\0b"s), "");
+    EXPECT_EQ(log.Lines(), (Strings{"INFO AppleUTI.cpp Unknown Universal Type Identifier: 'a\0b'"s}));
+}
+
+// What has been logged once the level of one source file is set.
+Strings LinesAtALevelOf(const char* file, int level) {
+    const LogLines log(0);
+    EXPECT_EQ(FindFormatID("asked before"), "");
+    google::SetVLOGLevel(file, level);
+    EXPECT_EQ(FindFormatID("asked after"), "");
+    return log.Lines();
+}
+
+// Each in a process of its own, for a file that has been given a level keeps it.
+TEST(AppleUTITest, Log_HeedsTheLevelOfItsSourceFile) {
+    const Strings expected = {"INFO AppleUTI.cpp Unknown Universal Type Identifier: 'asked after'"};
+    EXPECT_EXIT(std::exit(LinesAtALevelOf("AppleUTI", 30) == expected ? 0 : 1), ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(std::exit(LinesAtALevelOf("AppleUTI", 29).empty() ? 0 : 1), ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(std::exit(LinesAtALevelOf("GlogFunctions", 30).empty() ? 0 : 1), ::testing::ExitedWithCode(0), "");
 }
 
 TEST(AppleUTITest, Log_IsSilentBelowLevelThirty) {

@@ -276,7 +276,7 @@ TEST(MediaTypeUtilsTest, GetFormatsByExtension_KeepsTheOrderOfThePairs) {
     EXPECT_EQ(GetFormatsByExtension("mpg"), (Strings{"mpeg", "mpeg1video", "mpeg2video", "vob"}));
 }
 
-TEST(MediaTypeUtilsTest, LookUps_OfAnUnknownKeyGiveOneEmptyListEach) {
+TEST(MediaTypeUtilsTest, LookUps_OfAnyUnknownKeyGiveTheSameEmptyList) {
     const Strings unknown = {"",
                              "m",
                              "xyz",
@@ -295,7 +295,7 @@ TEST(MediaTypeUtilsTest, LookUps_OfAnUnknownKeyGiveOneEmptyListEach) {
         EXPECT_TRUE(GetExtensionsByFormat(key).empty()) << key.substr(0, 100);
         EXPECT_TRUE(GetFormatsByExtension(key).empty()) << key.substr(0, 100);
         EXPECT_EQ(&GetExtensionsByFormat(key), &GetExtensionsByFormat("unknown"));
-        EXPECT_EQ(&GetFormatsByExtension(key), &GetFormatsByExtension("unknown"));
+        EXPECT_EQ(&GetFormatsByExtension(key), &GetExtensionsByFormat("unknown"));
     }
 }
 

@@ -16,11 +16,15 @@
 #include <fstream>
 #include <set>
 #include <string>
+#include <thread>
+
+std::atomic<Loading> loading = Loading::NotBegun;
 
 namespace Quenzo::Testing {
 namespace {
 
 using ::testing::AllOf;
+using ::testing::ContainsRegex;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
@@ -143,23 +147,63 @@ TEST(ModuleTest, Conf_LeavesGlogAlone) {
     });
 }
 
-// The library looks for the logging library beside itself.
-TEST(ModuleTest, Conf_WithoutTheLoggingLibraryLogsToStandardError) {
+void LogALine() {
+    const Module module(QUENZO_TEST_MODULES "/user-module.so");
+    EXPECT_TRUE(FIND(module, AskTheLog)());
+    FIND(module, WriteTheLog)();
+}
+
+// In a process in which nothing has been logged yet.
+class FreshProcess : public ::testing::Test {
+protected:
+    FreshProcess() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+void LogWithoutTheLoggingLibrary() {
     std::string folder = (std::filesystem::temp_directory_path() / "quenzo-test-XXXXXX").string();
     ASSERT_NE(mkdtemp(folder.data()), nullptr);
     const std::string alone = folder + "/libquenzo-conf.so";
     std::filesystem::copy_file(QUENZO_TEST_CONF, alone);
     const Module conf(alone);
     std::filesystem::remove_all(folder);
-    const Module module(QUENZO_TEST_MODULES "/user-module.so");
-    ::testing::internal::CaptureStderr();
-    EXPECT_TRUE(FIND(module, AskTheLog)());
-    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "of what only a verbose log says";
-    ::testing::internal::CaptureStderr();
-    FIND(module, WriteTheLog)();
-    EXPECT_THAT(::testing::internal::GetCapturedStderr(),
+    LogALine();
+}
+
+// The library looks for the logging library beside itself. What only a verbose log says is not written.
+TEST_F(FreshProcess, LogGoesToStandardErrorWithoutTheLoggingLibrary) {
+    EXPECT_EXIT(LogWithoutTheLoggingLibrary();
+                std::exit(HasFailure() ? 1 : 0), ::testing::ExitedWithCode(0),
                 AllOf(StartsWith("Conf/Interfaces/ITranscodingMetaGraph.cpp:"),
                       EndsWith("] Replacing output format for lossless conversion to DVD\n")));
+}
+
+void LogAfterLeavingTheFolder() {
+    const std::filesystem::path file = QUENZO_TEST_CONF;
+    std::filesystem::current_path(file.parent_path());
+    const Module conf("./" + file.filename().string());
+    std::filesystem::current_path("/");
+    LogALine();
+}
+
+// Also when it was loaded by a path that begins in a folder that the process has left since.
+TEST_F(FreshProcess, LoggingLibraryIsFoundFromWhereverTheProcessIs) {
+    EXPECT_EXIT(LogAfterLeavingTheFolder();
+                std::exit(HasFailure() ? 1 : 0), ::testing::ExitedWithCode(0),
+                ContainsRegex("I[0-9. :]+ ITranscodingMetaGraph.cpp:[0-9]+. Replacing output format"));
+}
+
+// One thread holds the loader and waits for the log, while the other, which is the first to ask, needs the loader.
+TEST(ModuleTest, Log_IsAskedWhileAModuleIsLoaded) {
+    const Module module(QUENZO_TEST_MODULES "/user-module.so");
+    auto* const ask = FIND(module, AskTheLog);
+    loading = Loading::NotBegun;
+    std::thread loader([] { const Module asking(QUENZO_TEST_MODULES "/asking-module.so"); });
+    while (loading != Loading::Begun) {
+        std::this_thread::yield();
+    }
+    loading = Loading::Asked;
+    EXPECT_TRUE(ask());
+    loader.join();
 }
 
 TEST(ModuleTest, Failures_CrossModulesByTheirClass) {

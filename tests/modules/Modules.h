@@ -2,6 +2,8 @@
 
 // The functions that the modules export. The program that loads them finds them by name.
 
+#include <atomic>
+
 /// What a module exports; all else in it is hidden.
 #define MODULE_API __attribute__((visibility("default")))
 
@@ -29,4 +31,8 @@ MODULE_API int Catch(void (*call)(int), int number);
 
 /// The call stack below a function of the module, valid until the next call.
 MODULE_API const char* StackOfModule();
+
+/// How far the loading of the asking module is: it has begun, and another thread is about to ask. The program has it.
+enum class Loading { NotBegun, Begun, Asked };
+MODULE_API extern std::atomic<Loading> loading;
 }
