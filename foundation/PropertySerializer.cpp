@@ -1,6 +1,7 @@
 #include <foundation/PropertySerializer.h>
 
 #include <foundation/JsonReading.h>
+#include <foundation/NotNull.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/Throw.h>
 #include <foundation/TreeBuilder.h>
@@ -106,14 +107,14 @@ void PropertySerializer::CoreLoad(Property& tree, const rapidjson::Value& in) {
 }
 
 void PropertySerializer::Write(const Property& tree, const SP<IDataOutput>& output) {
+    JsonQuenzoStreamOut stream(Detail::NotNull(output, "output"));
     const bool repeatsNames = RequireWritable(tree, 1);
-    JsonQuenzoStreamOut stream(output);
     JsonWriter writer(stream);
     WriteContent(tree, repeatsNames, writer);
 }
 
 void PropertySerializer::Read(Property& tree, const SP<IDataInput>& input) {
-    JsonQuenzoStreamIn stream(input);
+    JsonQuenzoStreamIn stream(Detail::NotNull(input, "input"));
     TreeBuilder builder(tree.GetName());
     const JsonParseResult result = ParseJson(stream, builder);
     if (result.outcome != JsonParsing::Done) {

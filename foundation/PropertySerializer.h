@@ -38,12 +38,12 @@ public:
     static void CoreLoad(Property& tree, const rapidjson::Value& in);
 
     /// Writes the content of a tree as a compact JSON text. Raises as Save does, before anything is written; what the
-    /// output throws comes through as it is.
+    /// output throws comes through as it is. Raises std::invalid_argument when the output is null.
     static void Write(const Property& tree, const SP<IDataOutput>& output);
 
     /// Fills a property with the content of a JSON text, as CoreLoad does. Raises PropertyException with the byte
-    /// offset when the text is no JSON, or nests deeper than MAX_DEPTH; what the input throws comes through as it is. A
-    /// failure leaves the property as it was.
+    /// offset when the text is no JSON, or nests deeper than MAX_DEPTH; what the input throws comes through as it is.
+    /// Raises std::invalid_argument when the input is null. A failure leaves the property as it was.
     static void Read(Property& tree, const SP<IDataInput>& input);
 };
 

@@ -2,6 +2,7 @@
 
 #include <foundation/Property.h>
 
+#include <locale>
 #include <sstream>
 #include <string>
 
@@ -20,6 +21,8 @@ bool HasLabel(const Core::Property& tree, const char* emptyName) {
 void ITranscodingMetaGraph::GrahpImpl::SaveInToDot(const SP<Core::IDataOutput>& output) const {
     // Positions and the graph's name are DOT identifiers as they stand, and a dump never ends a quoted string.
     std::ostringstream dot;
+    // Else a program's locale may group the digits of numbers, and "1,000" is two nodes.
+    dot.imbue(std::locale::classic());
     // Without this a stream whose memory runs out goes on without a word, and half a text would be written.
     dot.exceptions(std::ios::badbit);
     dot << "digraph " << kGraphName << " {\n";

@@ -3,6 +3,7 @@
 #include <Conf/Interfaces/GrahpImpl.h>
 #include <Conf/Interfaces/Log.h>
 #include <Conf/Interfaces/Vocabulary/FileVocabulary.h>
+#include <foundation/NotNull.h>
 #include <foundation/Throw.h>
 
 #include <stdexcept>
@@ -71,11 +72,13 @@ auto ITranscodingMetaGraph::FindPath(NodeId from, NodeId to) const -> std::vecto
     return impl_->FindPath(from, to);
 }
 
-void ITranscodingMetaGraph::Load(SP<Core::IDataInput> input) { impl_->Load(input); }
+void ITranscodingMetaGraph::Load(SP<Core::IDataInput> input) { impl_->Load(Detail::NotNull(input, "input")); }
 
-void ITranscodingMetaGraph::Save(SP<Core::IDataOutput> output) const { impl_->Save(output); }
+void ITranscodingMetaGraph::Save(SP<Core::IDataOutput> output) const { impl_->Save(Detail::NotNull(output, "output")); }
 
-void ITranscodingMetaGraph::SaveInToDot(SP<Core::IDataOutput> output) const { impl_->SaveInToDot(output); }
+void ITranscodingMetaGraph::SaveInToDot(SP<Core::IDataOutput> output) const {
+    impl_->SaveInToDot(Detail::NotNull(output, "output"));
+}
 
 Core::Property ITranscodingMetaGraph::GetControlledBy(unsigned int index) {
     Core::Property tree(CONTROLLED_BY);

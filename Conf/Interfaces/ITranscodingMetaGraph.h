@@ -103,17 +103,19 @@ public:
     /// when the text is no job document, NodeNotFound, LinkExists, or PropertyException for a tree that cannot be read;
     /// the nodes and links before the one that failed are then in the graph. What the input throws comes through as it
     /// is, and the graph gets nothing. When memory runs out the graph gets the first nodes, or all nodes and the first
-    /// links. The counters start anew in any case.
+    /// links. The counters start anew in any case. Raises std::invalid_argument, and changes nothing, when the input is
+    /// null.
     void Load(SP<Core::IDataInput> input);
 
     /// Writes the graph as a job document: compact JSON in UTF-8. Raises PropertyException, before anything is written,
     /// when a tree is too deep for a document. Neither flushes nor closes the output, which holds the first bytes of
-    /// the document when it throws itself.
+    /// the document when it throws itself. Raises std::invalid_argument when the output is null.
     void Save(SP<Core::IDataOutput> output) const;
 
     /// Writes the graph as a Graphviz DOT text, in one call of the output: a node for every node, named after its
     /// position, with its id and the dump of its tree as the label; an arrow for every link, with the dump of its tree
-    /// as the label unless the tree is an empty node named "data".
+    /// as the label unless the tree is an empty node named "data". Raises std::invalid_argument when the output is
+    /// null.
     void SaveInToDot(SP<Core::IDataOutput> output) const;
 
     /// A tree that says which controller, by its index, an element follows: CONTROLLED_BY with one child of that name.

@@ -3,6 +3,7 @@
 
 #include <Conf/Interfaces/FrameInfo.h>
 #include <Conf/Interfaces/Rect.h>
+#include <tests/Conf/Grouping.h>
 
 #include <gtest/gtest.h>
 
@@ -53,13 +54,6 @@ static_assert(sizeof(FrameInfo) == 16 && std::is_trivially_copyable_v<FrameInfo>
 static_assert(sizeof(Proc::RectT<double, double>) == 32);
 static_assert(std::is_trivially_copyable_v<Proc::RectT<double, double>>);
 static_assert(std::is_aggregate_v<FrameSize> && std::is_aggregate_v<FrameInfo>);
-
-// Digits in groups of three, as many countries write them.
-class Grouping : public std::numpunct<char> {
-protected:
-    char do_thousands_sep() const override { return ','; }
-    std::string do_grouping() const override { return "\3"; }
-};
 
 TEST(FrameSize, Members_StandInTheOrderWidthHeight) {
     const FrameSize size = {1920, 1080};
@@ -163,7 +157,7 @@ TEST(FrameInfoPrint, StreamWithAnotherBaseOrSigns_StillPrintsPlainDecimals) {
 
 TEST(FrameInfoPrint, StreamWithAGroupingLocale_StillPrintsPlainDecimals) {
     std::ostringstream out;
-    out.imbue(std::locale(std::locale::classic(), new Grouping));
+    out.imbue(Testing::GroupingLocale());
     out << 10000 << ' ' << FrameSize{10000, 2000} << ' ' << FrameInfo{10000, 2000, 3000, 4000};
     EXPECT_EQ(out.str(), "10,000 10000x2000 10000x2000 ax=3000 ay=4000");
 }

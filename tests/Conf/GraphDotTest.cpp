@@ -1,10 +1,13 @@
 // Covers the DOT text of a graph, to the letter. That a DOT reader takes it is covered in GraphDotReaderTest.cpp.
 
 #include <tests/Conf/GraphSupport.h>
+#include <tests/Conf/Grouping.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <locale>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -14,6 +17,8 @@ namespace {
 
 using namespace std::string_literals;
 using Core::Property;
+using ::testing::HasSubstr;
+using ::testing::Not;
 
 // The text between the header and the footer.
 std::string DrawnInside(const Graph& graph) {
@@ -87,6 +92,33 @@ TEST(GraphDotTest, SaveInToDot_DrawsALinkHandedOnToTheNextNode) {
               "1[label=\"Node Id: 3\nnode [int64]: 3\n\"];\n"
               "0->1 ;\n"
               "}\n");
+}
+
+TEST(GraphDotTest, SaveInToDot_IntoNoOutputThrows) {
+    ExpectText<std::invalid_argument>([] { MakeGraph(1, {})->SaveInToDot(nullptr); }, "output is null");
+}
+
+// Sets the locale of the program while it lives.
+class GlobalLocale {
+public:
+    explicit GlobalLocale(const std::locale& locale) : before_(std::locale::global(locale)) {}
+    GlobalLocale(const GlobalLocale&) = delete;
+    GlobalLocale& operator=(const GlobalLocale&) = delete;
+    ~GlobalLocale() { std::locale::global(before_); }
+
+private:
+    std::locale before_;
+};
+
+TEST(GraphDotTest, SaveInToDot_WritesPlainNumbersWhateverTheLocaleOfTheProgram) {
+    const Graph graph = MakeGraph(1002, {{1001, 1002}});
+    const GlobalLocale locale(GroupingLocale());
+    const std::string drawn = Drawn(graph);
+    EXPECT_THAT(drawn, HasSubstr("1000[label=\"Node Id: 1001\nnode [int64]: 1001\n\"];\n"
+                                 "1001[label=\"Node Id: 1002\nnode [int64]: 1002\n\"];\n"
+                                 "1000->1001 [label=\"link [string]: 1001>1002\n\"];\n"
+                                 "}\n"));
+    EXPECT_THAT(drawn, Not(HasSubstr(",")));
 }
 
 TEST(GraphDotTest, SaveInToDot_ShowsNegativeIds) {

@@ -374,6 +374,14 @@ TEST(GraphLoadTest, Load_ThatIsRefusedResetsOnlyTheCounters) {
     }
 }
 
+TEST(GraphLoadTest, Load_OfNoInputChangesNothing) {
+    const Graph graph = MakeGraph(3, {{1, 2}});
+    const std::string before = Saved(graph);
+    ExpectText<std::invalid_argument>([&] { graph->Load(nullptr); }, "input is null");
+    EXPECT_EQ(Saved(graph), before);
+    EXPECT_EQ(graph->GetNodesCount(), 3);
+}
+
 TEST(GraphLoadTest, Load_AfterRemovalsFindsNodesOldAndNew) {
     const Graph graph = MakeGraph(4, {{1, 2}});
     graph->RemoveNode(2);

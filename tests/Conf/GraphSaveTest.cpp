@@ -62,6 +62,10 @@ private:
     std::size_t longest_ = 0;
 };
 
+TEST(GraphSaveTest, Save_IntoNoOutputThrows) {
+    ExpectText<std::invalid_argument>([] { MakeGraph(1, {})->Save(nullptr); }, "output is null");
+}
+
 TEST(GraphSaveTest, Save_OfAnEmptyGraphWritesTwoEmptyArrays) {
     EXPECT_EQ(Saved(ITranscodingMetaGraph::Create()), R"({"vertices":[],"edges":[]})");
 }

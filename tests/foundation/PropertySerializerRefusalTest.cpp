@@ -10,6 +10,7 @@
 #include <tests/foundation/SmallStack.h>
 
 #include <boost/rational.hpp>
+#include <boost/throw_exception.hpp>
 
 #include <gtest/gtest.h>
 
@@ -66,6 +67,23 @@ void ExpectNumberRefused(const std::string& number, const std::string& shown) {
     ExpectContentRefused(number, "target", "\"target\" holds " + shown + ", which is no signed 64-bit integer");
     ExpectContentRefused(R"({"key":1,"size":)" + number + "}", "size",
                          "\"size\" holds " + shown + ", which is no signed 64-bit integer");
+}
+
+template <typename Call>
+std::string TextOfRefusal(Call call) {
+    try {
+        call();
+    } catch (const boost::wrapexcept<std::invalid_argument>& failure) {
+        return failure.what();
+    }
+    return "nothing was raised";
+}
+
+TEST(PropertySerializerRefusalTest, NoStream_IsRefusedAndChangesNothing) {
+    Property tree = Target();
+    EXPECT_EQ(TextOfRefusal([&] { PropertySerializer::Read(tree, nullptr); }), "input is null");
+    EXPECT_EQ(TextOfRefusal([&] { PropertySerializer::Write(tree, nullptr); }), "output is null");
+    EXPECT_EQ(tree, Target());
 }
 
 TEST(PropertySerializerRefusalTest, Number_WithAFractionOrAnExponent) {
