@@ -106,7 +106,12 @@ bool LimitedEvents<Handler>::RawNumber(const char* text, rapidjson::SizeType len
     std::uint64_t large = 0;
     if (ToNumber(number, integer)) {
         target_.Int64(integer);
-    } else if (ToNumber(number, large)) {
+        return true;
+    }
+    if constexpr (requires { target_.WrittenNumber(number); }) {
+        target_.WrittenNumber(number);
+    }
+    if (ToNumber(number, large)) {
         target_.Uint64(large);
     } else if (const std::optional<double> value = NearestDouble(number)) {
         target_.Double(*value);
@@ -119,7 +124,7 @@ bool LimitedEvents<Handler>::RawNumber(const char* text, rapidjson::SizeType len
 /// Parses a whole stream without recursion, sends the events to a RapidJSON handler, and stops as soon as the text
 /// nests deeper than PropertySerializer::MAX_DEPTH. What the handler answers is not heeded: that a text is no JSON is
 /// said before what is wrong with its content. Numbers are sent as Int64 when they are written as integers of that
-/// range, else as Uint64 or Double.
+/// range, else as Uint64 or Double; before those a handler that has a member WrittenNumber is sent the text.
 template <typename Handler>
 JsonParseResult ParseJson(JsonQuenzoStreamIn& stream, Handler& handler) {
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;

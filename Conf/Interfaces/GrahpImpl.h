@@ -142,6 +142,7 @@ private:
     void DeleteVertex(Vertex* vertex) noexcept;
     void AppendNode(NodeId id, Core::Property&& tree);
     LinkId AppendLink(Vertex& source, Vertex& target, Core::Property&& tree);
+    void LoadLinks(DocumentReader& document);
 
     bool UnorderedTopologyIsValid() const;
     bool IsOnePiece(std::size_t piecesOfListedLinks) const;

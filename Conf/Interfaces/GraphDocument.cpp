@@ -6,6 +6,7 @@
 #include <foundation/JsonStream.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/PropertySerializer.h>
+#include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
 #include <foundation/TreeBuilder.h>
 
@@ -14,12 +15,13 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <iterator>
 #include <limits>
+#include <list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -41,37 +43,74 @@ BadJson Malformed(const std::string& structure) {
     return failure;
 }
 
-// An id as it is written: an integer, any other number, or 0 when it is missing or no number.
-using WrittenId = std::variant<long long, double>;
+// An id that a document gives: a number, which is 0 when there is none, or the text of a whole number that no id can
+// be.
+using WrittenId = std::variant<long long, const std::string*>;
 
 // The ids that an element may have: its own, and for a link those of its ends; DocumentReader::Member says which is
 // where.
 using WrittenIds = std::array<WrittenId, 3>;
 
-// All digits of a whole number.
-std::string Digits(double number) {
-    constexpr std::size_t kSign = 1;
-    std::array<char, kSign + std::numeric_limits<double>::max_exponent10 + 1> text;
-    char* const end = std::to_chars(text.begin(), text.end(), number, std::chars_format::fixed, 0).ptr;
-    return {text.begin(), end};
+// A JSON number without its sign: digits, no zeros at either end, times a power of ten.
+struct Decimal {
+    std::string digits;
+    long long exponent = 0;
+};
+
+// Beyond what the length of any text could make up for, and far from where a sum would overflow.
+constexpr long long kHugeExponent = 1'000'000'000'000'000'000;
+
+long long ReadExponent(std::string_view text) {
+    text.remove_prefix(text.front() == '+' ? 1 : 0);
+    long long exponent = text.front() == '-' ? -kHugeExponent : kHugeExponent;
+    ToNumber(text, exponent);
+    return std::clamp(exponent, -kHugeExponent, kHugeExponent);
 }
 
-// A whole number that no id can be is refused: taken for another number it would join the wrong nodes. Beyond the
-// integers only floating-point numbers remain, among which -2^63 may stand for any of its neighbours.
-long long ReadId(const WrittenId& id, const char* name) {
-    if (const auto* integer = std::get_if<long long>(&id)) {
-        return *integer;
+Decimal ReadDecimal(std::string_view number) {
+    const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, mantissaEnd);
+    Decimal decimal;
+    if (mantissaEnd != number.size()) {
+        decimal.exponent = ReadExponent(number.substr(mantissaEnd + 1));
     }
-    const double number = std::get<double>(id);
-    if (std::trunc(number) != number) {
+    if (const std::size_t point = mantissa.find('.'); point != std::string_view::npos) {
+        decimal.exponent -= static_cast<long long>(mantissa.size() - point - 1);
+    }
+    std::string& digits = decimal.digits;
+    std::copy_if(mantissa.begin(), mantissa.end(), std::back_inserter(digits),
+                 [&digits](char c) { return (c > '0' && c <= '9') || (c == '0' && !digits.empty()); });
+    while (!digits.empty() && digits.back() == '0') {
+        digits.pop_back();
+        ++decimal.exponent;
+    }
+    return decimal;
+}
+
+// The id that a number is which is not written as an integer of 64 bits, to the last digit: a fraction is 0, and null
+// stands for a whole number that no id can be.
+std::optional<long long> IdFromText(std::string_view number) {
+    const Decimal decimal = ReadDecimal(number);
+    if (decimal.digits.empty() || decimal.exponent < 0) {
         return 0;
     }
-    constexpr double limit = 9223372036854775808.0;
-    if (number <= -limit || number >= limit) {
-        QUENZO_THROW(
-            Malformed(fmt::format(FMT_COMPILE("The value of {} does not fit in 64 bits: {}"), name, Digits(number))));
+    constexpr std::size_t mostDigits = std::numeric_limits<long long>::digits10 + 1;
+    const auto zeros = static_cast<std::size_t>(decimal.exponent);
+    if (decimal.digits.size() + zeros > mostDigits) {
+        return std::nullopt;
     }
-    return static_cast<long long>(number);
+    const std::string sign = number.front() == '-' ? "-" : "";
+    long long id = 0;
+    return ToNumber(sign + decimal.digits + std::string(zeros, '0'), id) ? std::optional(id) : std::nullopt;
+}
+
+// A whole number that no id can be is refused: taken for another number it would join the wrong nodes.
+long long ReadId(const WrittenId& id, const char* name) {
+    if (const auto* number = std::get_if<long long>(&id)) {
+        return *number;
+    }
+    QUENZO_THROW(Malformed(fmt::format(FMT_COMPILE("The value of {} does not fit in 64 bits: {}"), name,
+                                       *std::get<const std::string*>(id))));
 }
 
 bool IsEmptyTree(const Core::Property& tree) {
@@ -176,12 +215,20 @@ public:
         SetId(value);
         PassScalar([value](Core::TreeBuilder& tree) { tree.Int64(value); });
     }
+    void WrittenNumber(std::string_view number) {
+        if (!IsAtId()) {
+            return;
+        }
+        if (const std::optional<long long> id = IdFromText(number)) {
+            SetId(*id);
+        } else {
+            SetId(&noIds_.emplace_back(number));
+        }
+    }
     void Uint64(std::uint64_t value) {
-        SetId(static_cast<double>(value));
         PassScalar([value](Core::TreeBuilder& tree) { tree.Uint64(value); });
     }
     void Double(double value) {
-        SetId(value);
         PassScalar([value](Core::TreeBuilder& tree) { tree.Double(value); });
     }
     void String(const char* text, std::size_t length, bool copy) {
@@ -255,8 +302,10 @@ private:
         }
     }
 
+    bool IsAtId() const noexcept { return depth_ == kElement && member_ < Data; }
+
     void SetId(WrittenId id) {
-        if (depth_ == kElement && member_ < Data) {
+        if (IsAtId()) {
             ids_[member_] = id;
         }
     }
@@ -307,7 +356,8 @@ private:
     Section* section_ = nullptr;  // whose array is open
 
     WrittenIds ids_;
-    unsigned seen_ = 0;  // a bit for each Member that the element has had
+    std::list<std::string> noIds_;  // what the elements' ids point to
+    unsigned seen_ = 0;             // a bit for each Member that the element has had
     Member member_ = Other;
     Core::TreeBuilder tree_{DATA};
 };
@@ -367,15 +417,25 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
         QUENZO_THROW(
             Malformed(std::string("The root object must have two nested arrays named ") + VERTICES + " and " + EDGES));
     }
-    slots_.reserve(slots_.size() + vertices.elements.size());
+    // No more than needed in a new graph, and with room to spare where document after document is added.
+    if (const std::size_t needed = slots_.size() + vertices.elements.size(); needed > slots_.capacity()) {
+        slots_.reserve(std::max(needed, 2 * slots_.capacity()));
+    }
     for (auto& element : vertices.elements) {
         const NodeId id = ReadId(element.ids[DocumentReader::Id], ID);
         lastNodeId_ = std::max(lastNodeId_, id);
         AppendNode(id, std::move(element.tree));
     }
     vertices.RequireAll();
+    if (!edges.elements.empty()) {
+        LoadLinks(document);
+    }
+    edges.RequireAll();
+}
+
+void ITranscodingMetaGraph::GrahpImpl::LoadLinks(DocumentReader& document) {
     const Finder find(*this);
-    for (auto& element : edges.elements) {
+    for (auto& element : document.Edges().elements) {
         lastLinkId_ = std::max(lastLinkId_, ReadId(element.ids[DocumentReader::Id], ID));
         const NodeId from = ReadId(element.ids[DocumentReader::From], FROM);
         const NodeId to = ReadId(element.ids[DocumentReader::To], TO);
@@ -383,7 +443,6 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
         Vertex& target = find(to);
         AppendLink(source, target, std::move(element.tree));
     }
-    edges.RequireAll();
 }
 
 }  // namespace Quenzo::Conf
