@@ -45,9 +45,21 @@ std::uint32_t ToPixels(double length, bool even) {
     return 2 * std::min(SaturatingRound<std::uint32_t>(length / 2), largestHalf);
 }
 
+// The length of a vector, infinite when it is too large. Not std::hypot, which machines round differently, but the
+// square root of a sum that cannot overflow once both numbers have the same power of two taken off.
+double GetLength(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y)) {
+        return std::hypot(x, y);  // infinity or NaN on every machine
+    }
+    const int power = std::ilogb(std::max(std::abs(x), std::abs(y)));
+    const double shortX = std::scalbn(x, -power);
+    const double shortY = std::scalbn(y, -power);
+    return std::scalbn(std::sqrt(shortX * shortX + shortY * shortY), power);
+}
+
 // The angle of a vector of length above 0, from -pi to pi.
 double GetAngle(double x, double y) {
-    const double angle = std::acos(x / std::hypot(x, y));
+    const double angle = std::acos(x / GetLength(x, y));
     return y > 0 ? angle : -angle;
 }
 

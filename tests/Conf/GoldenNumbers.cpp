@@ -44,6 +44,7 @@ constexpr int kBitrateCases = 5000;
 constexpr int kMatrixCases = 2500;
 constexpr int kBoxCases = 2500;
 constexpr int kPlaneCases = 5000;
+constexpr int kAngleCases = 2500;
 
 std::string Exact(double number) {
     std::array<char, 32> text = {};
@@ -108,6 +109,21 @@ std::string BoxCase(Draw& draw) {
     return line.str();
 }
 
+// Four numbers: the angles of two transforms that were turned, and of two with any entries.
+std::string AngleCase(Draw& draw) {
+    std::ostringstream line;
+    line << "angle";
+    for (int i = 0; i < 2; ++i) {
+        Transform2D turned;
+        turned.Rotate(7 * draw.Signed());
+        Transform2D any = turned;
+        any.m[0] = draw.Signed() * 0x1p20;
+        any.m[1] = draw.Signed();
+        line << ' ' << Exact(turned.GetRotation()) << ' ' << Exact(any.GetRotation());
+    }
+    return line.str();
+}
+
 // Five numbers: all planes together, one plane's size three ways, and a pixel of a colour.
 std::string PlaneCase(Draw& draw) {
     const auto& format = PixFmtDescription::s_list[draw.Below(PixFmtDescription::s_list.size())];
@@ -144,6 +160,7 @@ std::vector<std::string> GoldenNumbers() {
     add(kMatrixCases, MatrixCase);
     add(kBoxCases, BoxCase);
     add(kPlaneCases, PlaneCase);
+    add(kAngleCases, AngleCase);
     return lines;
 }
 
