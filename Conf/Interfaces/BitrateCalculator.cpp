@@ -95,7 +95,11 @@ std::int64_t ProposeFor(Proposal proposal, const std::string& codecId, long long
 
 int QualityOf(const Core::Property& tree) { return static_cast<int>(tree[IFormatCodec::TAG_QUALITY].GetInt64()); }
 
+// Arithmetic that overflows can give a rational a denominator that no assignment would.
 double ToDouble(const boost::rational<long long>& rate) {
+    if (rate.denominator() < 1) {
+        return 0;
+    }
     return static_cast<double>(rate.numerator()) / static_cast<double>(rate.denominator());
 }
 

@@ -1,6 +1,7 @@
 #include <Conf/Interfaces/IFormatCodecVideo.h>
 
 #include <foundation/StringUtils.h>
+#include <foundation/Throw.h>
 
 #include <array>
 #include <cstdint>
@@ -125,7 +126,12 @@ void IFormatCodecVideo::SetFrameRate(const boost::rational<long long>& fps) {
     Tree().SetChildT<boost::rational<long long>>(TAG_STREAM_TIMEBASE, timeBase);
 }
 
-void IFormatCodecVideo::SetFrameRate(unsigned num, unsigned den) { SetFrameRate(boost::rational<long long>(num, den)); }
+void IFormatCodecVideo::SetFrameRate(unsigned num, unsigned den) {
+    if (den == 0) {
+        QUENZO_THROW(boost::bad_rational());
+    }
+    SetFrameRate(boost::rational<long long>(num, den));
+}
 
 ColorPrimaries IFormatCodecVideo::GetColorPrimaries() const {
     return CodePoint<ColorPrimaries>(Tree(), TAG_COLOR_PRIMARIES);

@@ -33,9 +33,12 @@ void SampleInfo::FillUnsetFrom(const SampleInfo& other) {
 }
 
 void SampleInfo::GrowTo(const SampleInfo& other) {
+    // The pointers are open to everybody: the table, not the row pointed to, says how many channels a layout has, and
+    // raises when it has no such row.
+    const bool hasMoreChannels =
+        LayoutRecord::Find(other.layout->layout).channels > LayoutRecord::Find(layout->layout).channels;
     sampleRate = std::max(sampleRate, other.sampleRate);
-    // The pointers are open to everybody: the table, not the row pointed to, says how many channels a layout has.
-    if (LayoutRecord::Find(other.layout->layout).channels > LayoutRecord::Find(layout->layout).channels) {
+    if (hasMoreChannels) {
         layout = other.layout;
     }
     if (other.format->bits > format->bits) {

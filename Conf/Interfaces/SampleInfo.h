@@ -27,6 +27,7 @@ struct QUENZO_API SampleInfo {
     void Init(SampleFormats newFormat, int newSampleRate, ChannelLayout newLayout);
 
     /// Merges another bundle into this one and returns this one. Any other value of the strategy changes nothing.
+    /// Raises FormatException, and changes nothing, when a row that Maximum compares stands for no layout.
     SampleInfo& MergeWith(const SampleInfo& other, MergeStrategy strategy);
 
     /// True when rate, format and layout are the same.

@@ -321,6 +321,14 @@ TEST(BitrateCalculatorTest, Described_ReadsCodecSizeAndRate) {
     EXPECT_EQ(UsualFor(Property("frameRateRatio", Ratio(-50))), -10020791);
 }
 
+// A product that overflows the denominator leaves 0 there.
+TEST(BitrateCalculatorTest, Described_TakesARateWithoutADenominatorForNoRate) {
+    Ratio rate(1, 1LL << 32);
+    rate *= Ratio(1, 1LL << 32);
+    ASSERT_EQ(rate.denominator(), 0);
+    EXPECT_EQ(UsualFor(Property("frameRateRatio", rate)), 2732943);
+}
+
 TEST(BitrateCalculatorTest, Described_TakesTheLow32BitsOfTheSizeWithoutSign) {
     EXPECT_EQ(UsualFor(Property("width", (1LL << 32) + 1920)), 9109810);
     EXPECT_EQ(UsualFor(Property("width", -(1LL << 32) + 1920)), 9109810);

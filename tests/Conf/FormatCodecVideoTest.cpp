@@ -107,6 +107,8 @@ void ExpectBadRate(IFormatCodecVideo& video, unsigned num) {
         ADD_FAILURE() << "nothing was raised";
     } catch (const boost::wrapexcept<boost::bad_rational>& failure) {
         EXPECT_STREQ(failure.what(), "bad rational: zero denominator");
+        EXPECT_NE(boost::get_error_info<Exception::TagCallStack>(failure), nullptr);
+        EXPECT_STREQ(*boost::get_error_info<boost::throw_file>(failure), "Conf/Interfaces/IFormatCodecVideo.cpp");
     }
     EXPECT_EQ(video.GetProperty(), before);
 }

@@ -213,13 +213,16 @@ TEST(SampleInfoTest, MergeWith_MaximumAsksTheTableForTheChannels) {
            "SAMPLE_FMT_NONE", "QUAD");
 }
 
-TEST(SampleInfoTest, MergeWith_MaximumOfARowWithoutALayoutThrows) {
+TEST(SampleInfoTest, MergeWith_MaximumOfARowWithoutALayoutThrowsAndChangesNothing) {
     const std::string ownText = "OWN";
     const LayoutRecord unknownRow = {ChannelLayout{29}, 99, ownText};
-    SampleInfo other;
+    SampleInfo other = Made(SampleFormats::SAMPLE_FMT_DBL, 192000, ChannelLayout::STEREO);
     other.layout = &unknownRow;
-    ExpectFormatFailure([&] { Merged(SampleInfo(), other, Strategy::Maximum); },
+    const SampleInfo before = Made(SampleFormats::SAMPLE_FMT_S16, 8000, ChannelLayout::MONO);
+    SampleInfo info = before;
+    ExpectFormatFailure([&] { info.MergeWith(other, Strategy::Maximum); },
                         "Provided ChannelLayout is not found in list");
+    EXPECT_EQ(info, before);
 }
 
 TEST(SampleInfoTest, Equality_ComparesAllThree) {
