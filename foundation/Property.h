@@ -37,7 +37,8 @@ class TreeBuilder;
 /// descendant. A moved-from property may be assigned to or destroyed; what it holds is not specified.
 ///
 /// When memory runs out, std::bad_alloc is raised, and the property and all arguments are as they were. Removing,
-/// moving, comparing and finding take no memory.
+/// moving and finding take no memory, nor does comparing, unless more than sixteen nodes with children are found before
+/// any of them has been looked into.
 ///
 /// Trees of any depth can be copied, compared, printed and destroyed without using up the stack. A property is not
 /// locked: use one tree on one thread at a time.

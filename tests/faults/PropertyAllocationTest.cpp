@@ -137,6 +137,19 @@ TEST(PropertyAllocationTest, RemovingMovingComparingAndFinding_TakeNoMemory) {
     EXPECT_FALSE(fault.HasStruck());
 }
 
+TEST(PropertyAllocationTest, Comparing_OfManyNodesMayTakeMemory) {
+    Property tree("tree");
+    for (int i = 0; i < 40; ++i) {
+        tree.SetChild("node" + std::to_string(i)).SetChildT<long long>("child", i);
+    }
+    const Property copy = tree;
+    {
+        const FailingMemory fault(1, Shortage::Lasting);
+        EXPECT_THROW(static_cast<void>(tree == copy), std::bad_alloc);
+    }
+    EXPECT_TRUE(tree == copy);
+}
+
 TEST(PropertyAllocationTest, Write_AndSave) {
     const auto make = [] { return std::tuple(MakeTree(), MemoryOutput::Create(), std::string()); };
     ExpectAllOrNothing(

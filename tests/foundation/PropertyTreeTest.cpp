@@ -71,6 +71,29 @@ TEST(PropertyTreeTest, Copy_CanGrow) {
     EXPECT_EQ(copy[105].GetInt64(), 99);
 }
 
+// Texts are compared in words of several lengths: each byte of each length counts.
+TEST(PropertyTreeTest, Texts_DifferInAnyOneCharacter) {
+    for (std::size_t size = 0; size <= 80; ++size) {
+        std::string text;
+        for (std::size_t i = 0; i < size; ++i) {
+            text += static_cast<char>('a' + i % 26);
+        }
+        Property tree("tree");
+        tree.CreateChildT<std::string>(text, text);
+        EXPECT_EQ(Property(text, text), Property(text, text)) << size;
+        EXPECT_TRUE(tree.ChildExists(text)) << size;
+        EXPECT_FALSE(tree.ChildExists(text + "a")) << size;
+        for (std::size_t place = 0; place < size; ++place) {
+            std::string other = text;
+            other[place] = '!';
+            EXPECT_NE(Property("name", text), Property("name", other)) << place << " of " << size;
+            EXPECT_NE(Property(text, "value"), Property(other, "value")) << place << " of " << size;
+            EXPECT_FALSE(tree.ChildExists(other)) << place << " of " << size;
+            EXPECT_EQ(tree.FindChild(other), tree.end()) << place << " of " << size;
+        }
+    }
+}
+
 TEST(PropertyTreeTest, Assignment_ReplacesTheNameToo) {
     Property tree("tree");
     Property& child = tree.SetChild("child");
