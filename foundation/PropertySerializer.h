@@ -20,8 +20,10 @@ namespace Quenzo::Core {
 ///   Node     an object with one member per child, in order; when two children share a name, an array of one-member
 ///            objects, so that no reader loses a child: [{"a":1},{"a":2}]
 ///
-/// What is loaded equals what was saved. Everything else (a fraction, an integer beyond 64 bits, a zero denominator, an
-/// array of another shape) raises PropertyException with a description that says what was met and under which name.
+/// What is loaded equals what was saved, save for a tree that is itself of type None: null leaves the property that is
+/// to be filled as it is. A child that is null is of type None. Everything else (a fraction, an integer beyond 64 bits,
+/// a zero denominator, an array of another shape) raises PropertyException with a description that says what was met
+/// and under which name.
 class QUENZO_API PropertySerializer {
 public:
     /// How deep the arrays and objects of a document may stand in one another, the outermost being level 1.

@@ -19,8 +19,10 @@ namespace Quenzo::Conf {
 /// that the data of one node flows into another. Each node and each link carries a property tree, to which the graph
 /// itself gives no meaning: it keeps copies of the trees it is given, and every query returns a copy.
 ///
-/// Nodes and links have ids, handed out from 1 and never reused while a graph lives. The position of a node, which only
-/// the order of results and the DOT text show, is its place among the nodes present.
+/// Nodes and links have ids, handed out from 1 and never reused while a graph lives, unless it loads a document: Load
+/// starts the counters anew, so that ids may then repeat those handed out before. An id that several nodes have stands
+/// for the first of them. The position of a node, which only the order of results and the DOT text show, is its place
+/// among the nodes present.
 ///
 /// A failed operation leaves the graph as it was, Load excepted, also when memory runs out or a stream or a visitor
 /// throws; such an exception arrives as it was thrown. What a query was to append to may then hold a part of it.
@@ -76,8 +78,8 @@ public:
     void Inputs(std::vector<NodeId>& nodes) const;
     void Outputs(std::vector<NodeId>& nodes) const;
 
-    /// The last node id handed out or loaded; 0 in a new graph. It does not shrink when nodes are removed, so it is not
-    /// the number of nodes present.
+    /// The largest node id handed out or loaded since the last Load began, or since the graph was made; 0 when there is
+    /// none above. It does not shrink when nodes are removed, so it is not the number of nodes present.
     long long GetNodesCount() const;
 
     /// Call a function for every node present, in the order of positions, or for every link present, in the order in
