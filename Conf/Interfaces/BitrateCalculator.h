@@ -46,10 +46,12 @@ QUENZO_API const VideoBitrateModel& GetVideoBitrateModel(std::string_view codecI
 /// By what the bit rate for 25 to 30 frames per second is multiplied for another frame rate: 1.1 at 50, 0.3 at 0.
 QUENZO_API double GetFrameRateFactor(double fps) noexcept;
 
-/// Turns kilobits per second that suit 25 to 30 frames per second into bits per second for a frame rate.
+/// Turns kilobits (of 1024 bits) per second that suit 25 to 30 frames per second into bits per second for `fps` frames
+/// per second.
 QUENZO_API std::int64_t CorrectBitrateByFPS(double kbps, double fps);
 
-/// The power law. `coeffs` points at two numbers, the exponent and the multiplier.
+/// The power law: bits per second for a frame of that size in pixels and `fps` frames per second. `coeffs` points at
+/// two numbers, the exponent and the multiplier of a VideoBitrateModel.
 QUENZO_API std::int64_t CalculateBitrate(double width, double height, double fps, const double* coeffs);
 
 /// Scales a bit rate by a quality: 1 keeps it, 32 leaves a third, linear between. The quality is not checked.
@@ -77,7 +79,8 @@ QUENZO_API std::int64_t GetMaxVideoBitrate(const SP<const IFormatCodec>& codec);
 /// The lowest and the highest bit rate that a described stream may take, from the TAG_BITRATE of its tree. In mode CBR
 /// both are that bit rate. In mode VBR, video may take half to twice of it, scaled by the quality when that is in its
 /// range; FLAC and ALAC four to six fifths; other audio just that bit rate. Raise std::invalid_argument for any other
-/// mode, and in mode VBR for a tree that is neither an audio nor a video description, by the name of its root.
+/// mode, CBR_AUTO too, and in mode VBR for a tree that is neither an audio nor a video description, by the name of its
+/// root.
 QUENZO_API std::int64_t GetBitrateBounded(const Core::Property& codec, Boundary boundary);
 QUENZO_API std::int64_t GetMinBitrate(const Core::Property& codec);
 QUENZO_API std::int64_t GetMaxBitrate(const Core::Property& codec);

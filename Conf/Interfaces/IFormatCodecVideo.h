@@ -90,8 +90,8 @@ public:
     DisplayMatrix GetDisplayMatrix() const;
     void SetDisplayMatrix(const DisplayMatrix& matrix);
 
-    /// Where a viewer looks at first, three integers in a node named SPHERICAL_INFO. Reading it raises
-    /// PropertyException when one of them is not there.
+    /// Where a viewer looks at first: the integers SPHERICAL_YAW, SPHERICAL_PITCH and SPHERICAL_ROLL in a node named
+    /// SPHERICAL_INFO. Reading it raises PropertyException when one of them is not there.
     bool SphericalInfoExist() const;
     SphericalInfo GetSphericalInfo() const;
     void SetSphericalInfo(const SphericalInfo& info);

@@ -28,8 +28,8 @@ public:
     /// The number of streams that the preset describes.
     virtual std::size_t GetStreamCount() const = 0;
 
-    /// Fills `indices` with the positions, counted from 0, of the streams of one type (one of the STREAM_TYPE_
-    /// constants).
+    /// Replaces what `indices` holds by the positions, counted from 0, of the streams of one type (one of the
+    /// STREAM_TYPE_ constants). It is left empty when there are none; no text is refused.
     virtual void GetStreamIndices(const std::string& streamType, std::vector<std::uint32_t>& indices) const = 0;
 
     /// The whole preset as a tree; its streams stand under KEY_STREAMS. Valid as long as the preset lives unchanged.

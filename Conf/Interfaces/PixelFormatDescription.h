@@ -32,14 +32,14 @@ using PixColor = std::array<std::uint8_t, 4>;
 /// Sizes are in pixels, samples and bytes as told, without padding or alignment. They may be negative; then so are the
 /// results, rounded upwards like all others. Products and sums beyond 64 bits give the nearest number that fits.
 struct QUENZO_API PixFmtDescription {
-    /// Bits of `flags`.
+    /// Bits of `flags`. Their values are part of the interface; 1 is never used, and PAL8 has no flag.
     enum Flag : int {
         Planar = 2,  ///< components have planes of their own; semi-planar formats too
-        Rgb = 4,
-        Alpha = 8,
-        Yuv = 16,
+        Rgb = 4,     ///< the components are red, green and blue
+        Alpha = 8,   ///< one component more is alpha; a fourth sample that is not used (RGB0) is none
+        Yuv = 16,    ///< the components are luma and two of chroma
         Float = 32,  ///< floating-point samples
-        Gray = 64,
+        Gray = 64,   ///< luma is the only component
     };
 
     PixFmt id;                 ///< the number that descriptions hold

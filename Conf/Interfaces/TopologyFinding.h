@@ -28,7 +28,8 @@ struct TopologyFinding {
     bool operator==(const TopologyFinding& other) const = default;
 };
 
-/// The stable code of a fault: "too-few-nodes", "isolated-node", "cycle" or "disconnected".
+/// The stable code of a fault: "too-few-nodes", "isolated-node", "cycle" or "disconnected". An empty text for a value
+/// that is no fault.
 QUENZO_API const char* GetTopologyFaultCode(TopologyFault fault);
 
 }  // namespace Quenzo::Conf
