@@ -9,6 +9,7 @@
 #include <Conf/Interfaces/TranslationUtils.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <iostream>
 #include <string>
@@ -97,13 +98,56 @@ void PrintWords(const Owner& owner) {
     }
 }
 
+// What a heading is called in a link.
+std::string Anchor(std::string_view heading) {
+    std::string anchor;
+    for (const char c : heading) {
+        if (c == ' ') {
+            anchor += '-';
+        } else if (std::isalnum(static_cast<unsigned char>(c)) != 0) {
+            anchor += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        }
+    }
+    return anchor;
+}
+
+void PrintContent(std::string_view heading, std::string_view about) {
+    std::cout << "- [" << heading << "](#" << Anchor(heading) << "): " << about << '\n';
+}
+
+// The keys that have no constant. Their texts stand in the sources of their classes.
+void PrintPrivateKeys() {
+    std::cout << "\nSome keys have no constant, since only the functions of a class read and write them:\n";
+    PrintHead({"key", "class", "stored", "meaning", "functions"});
+    const std::string spherical = "`GetSphericalInfo`, `SetSphericalInfo`";
+    PrintRow({"`PIXELFORMAT`", "IFormatCodecVideo", "Int64", "Pixel format, the number of a PixFmt; none when absent.",
+              "`GetPixelFormat`, `SetPixelFormat`"});
+    PrintRow({"`DISPLAYMATRIX`", "IFormatCodecVideo", "String",
+              "Display matrix, its nine integers joined by colons; the default one when absent.",
+              "`ExistsDisplayMatrix`, `GetDisplayMatrix`, `SetDisplayMatrix`"});
+    PrintRow({"`SPHERICAL_INFO`", "IFormatCodecVideo", "Node",
+              "Where a viewer of a 360-degree video looks at first; holds the three below.",
+              "`SphericalInfoExist`, " + spherical});
+    PrintRow({"`SPHERICAL_YAW`", "IFormatCodecVideo", "Int64", "The turn to the side; no unit is fixed.", spherical});
+    PrintRow({"`SPHERICAL_PITCH`", "IFormatCodecVideo", "Int64", "The turn up or down; no unit is fixed.", spherical});
+    PrintRow({"`SPHERICAL_ROLL`", "IFormatCodecVideo", "Int64", "The tilt; no unit is fixed.", spherical});
+    PrintRow({"`QUENZO_SPECIFIC_METADATA`", "IFormatFile", "String",
+              "The system's own metadata, a text that only it understands.",
+              "`ExistsQuenzoSpecificMetadata`, `GetQuenzoSpecificMetadata`, `SetQuenzoSpecificMetadata`"});
+}
+
 void PrintKeyPage() {
     std::cout << kWarning
               << "# Keys and words\n\n"
-                 "Every key of the property trees with the constant that names it, the type stored under it and its "
-                 "meaning, by the\nclass that owns the constant; then the words and numbers that are stored under keys "
-                 "or name trees. Type Any: whoever\nwrites the key decides. The texts stand in documents and never "
-                 "change. Codecs and containers have a page of their own,\n[identifiers.md](identifiers.md).\n";
+                 "Every key of the property trees that has a constant, with that constant, the type stored under it "
+                 "and its meaning, by\nthe class that owns the constant; then the words and numbers that are stored "
+                 "under keys or name trees. Type Any:\nwhoever writes the key decides. The texts stand in documents "
+                 "and never change. Codecs and containers have a page of\ntheir own, "
+                 "[identifiers.md](identifiers.md).\n\n";
+    for (const Owner& owner : Owners()) {
+        PrintContent(owner.name, owner.about);
+    }
+    PrintPrivateKeys();
     for (const Owner& owner : Owners()) {
         std::cout << "\n## " << owner.name << "\n\nFor " << owner.about << ".\n";
         PrintKeys(owner);
@@ -140,8 +184,8 @@ void PrintCodecs(const Owner& owner, std::string_view title) {
     }
 }
 
-void PrintFormats(const Owner& owner) {
-    std::cout << "\n## Containers\n\nThe constants of " << owner.name
+void PrintFormats(const Owner& owner, std::string_view title) {
+    std::cout << "\n## " << title << "\n\nThe constants of " << owner.name
               << ". The first extension is the one that a new file gets.\n";
     PrintHead({"stored as", "constant", "class", "shown as", "extensions", "meaning"});
     for (const Row& row : RowsOf(owner, Kind::Format)) {
@@ -150,23 +194,36 @@ void PrintFormats(const Owner& owner) {
     }
 }
 
+struct Section {
+    std::string_view owner;
+    std::string_view title;
+};
+
+constexpr auto kIdentifierSections = std::to_array<Section>({
+    {"IFormatFile", "Containers"},
+    {"IFormatCodec", "Codecs of no kind of stream"},
+    {"IFormatCodecVideo", "Video codecs"},
+    {"IFormatCodecAudio", "Audio codecs"},
+    {"IFormatCodecSubtitle", "Subtitle codecs"},
+});
+
 void PrintIdentifierPage() {
     std::cout
         << kWarning
         << "# Codecs and containers\n\n"
            "Every identifier that has a constant, with the name to show to people and its meaning. What is stored "
-           "for a codec is\nthe constant's own name, except where it says otherwise.\n";
-    for (const Owner& owner : Owners()) {
-        if (owner.name == "IFormatCodecVideo") {
-            PrintCodecs(owner, "Video codecs");
-        } else if (owner.name == "IFormatCodecAudio") {
-            PrintCodecs(owner, "Audio codecs");
-        } else if (owner.name == "IFormatCodecSubtitle") {
-            PrintCodecs(owner, "Subtitle codecs");
-        } else if (owner.name == "IFormatCodec") {
-            PrintCodecs(owner, "Codecs of no kind of stream");
-        } else if (owner.name == "IFormatFile") {
-            PrintFormats(owner);
+           "for a codec is\nthe constant's own name, except where it says otherwise.\n\n";
+    for (const Section& section : kIdentifierSections) {
+        PrintContent(section.title, "the constants of " + std::string(section.owner));
+    }
+    for (const Section& section : kIdentifierSections) {
+        const auto owners = Owners();
+        const auto owner = std::find_if(owners.begin(), owners.end(),
+                                        [&section](const Owner& each) { return each.name == section.owner; });
+        if (!RowsOf(*owner, Kind::Format).empty()) {
+            PrintFormats(*owner, section.title);
+        } else {
+            PrintCodecs(*owner, section.title);
         }
     }
 }
