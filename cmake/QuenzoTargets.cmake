@@ -59,6 +59,11 @@ function(quenzo_hot_sources)
   set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "$<$<CONFIG:Release>:-O3;-falign-functions=64>")
 endfunction()
 
+# The sources of this folder that hardly ever run: failures, and what is done once for a job.
+function(quenzo_cold_sources)
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "$<$<CONFIG:Release>:-Os>")
+endfunction()
+
 # What keeps the time short that a shared library takes to load, and its file small.
 function(quenzo_fast_loading target)
   # Nobody may replace a function of the libraries by one of the same name: calls inside them are put in place or lead

@@ -2,18 +2,18 @@
 
 // Shared by the libraries' own sources; not installed.
 
-#include <foundation/Throw.h>
-
-#include <stdexcept>
-#include <string>
+#include <foundation/Export.h>
 
 namespace Quenzo::Detail {
 
-/// The pointer that was given for an argument. Raises std::invalid_argument, which names the argument, when it is null.
+/// Raises std::invalid_argument, which names the argument.
+[[noreturn]] QUENZO_API void ThrowNull(const char* argument);
+
+/// The pointer that was given for an argument. Raises std::invalid_argument when it is null.
 template <typename Pointer>
 const Pointer& NotNull(const Pointer& pointer, const char* argument) {
     if (pointer == nullptr) {
-        QUENZO_THROW(std::invalid_argument(argument + std::string(" is null")));
+        ThrowNull(argument);
     }
     return pointer;
 }

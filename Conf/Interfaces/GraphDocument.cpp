@@ -1,12 +1,12 @@
 #include <Conf/Interfaces/GrahpImpl.h>
 
 #include <Conf/Interfaces/Exceptions.h>
+#include <Conf/Interfaces/WrittenId.h>
 #include <foundation/Exception.h>
 #include <foundation/JsonReading.h>
 #include <foundation/JsonStream.h>
 #include <foundation/PropertyJson.h>
 #include <foundation/PropertySerializer.h>
-#include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
 #include <foundation/TreeBuilder.h>
 
@@ -18,7 +18,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
-#include <iterator>
 #include <limits>
 #include <list>
 #include <optional>
@@ -50,59 +49,6 @@ using WrittenId = std::variant<long long, const std::string*>;
 // The ids that an element may have: its own, and for a link those of its ends; DocumentReader::Member says which is
 // where.
 using WrittenIds = std::array<WrittenId, 3>;
-
-// A JSON number without its sign: digits, no zeros at either end, times a power of ten.
-struct Decimal {
-    std::string digits;
-    long long exponent = 0;
-};
-
-// Beyond what the length of any text could make up for, and far from where a sum would overflow.
-constexpr long long kHugeExponent = 1'000'000'000'000'000'000;
-
-long long ReadExponent(std::string_view text) {
-    text.remove_prefix(text.front() == '+' ? 1 : 0);
-    long long exponent = text.front() == '-' ? -kHugeExponent : kHugeExponent;
-    ToNumber(text, exponent);
-    return std::clamp(exponent, -kHugeExponent, kHugeExponent);
-}
-
-Decimal ReadDecimal(std::string_view number) {
-    const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
-    const std::string_view mantissa = number.substr(0, mantissaEnd);
-    Decimal decimal;
-    if (mantissaEnd != number.size()) {
-        decimal.exponent = ReadExponent(number.substr(mantissaEnd + 1));
-    }
-    if (const std::size_t point = mantissa.find('.'); point != std::string_view::npos) {
-        decimal.exponent -= static_cast<long long>(mantissa.size() - point - 1);
-    }
-    std::string& digits = decimal.digits;
-    std::copy_if(mantissa.begin(), mantissa.end(), std::back_inserter(digits),
-                 [&digits](char c) { return (c > '0' && c <= '9') || (c == '0' && !digits.empty()); });
-    while (!digits.empty() && digits.back() == '0') {
-        digits.pop_back();
-        ++decimal.exponent;
-    }
-    return decimal;
-}
-
-// The id that a number is which is not written as an integer of 64 bits, to the last digit: a fraction is 0, and null
-// stands for a whole number that no id can be.
-std::optional<long long> IdFromText(std::string_view number) {
-    const Decimal decimal = ReadDecimal(number);
-    if (decimal.digits.empty() || decimal.exponent < 0) {
-        return 0;
-    }
-    constexpr std::size_t mostDigits = std::numeric_limits<long long>::digits10 + 1;
-    const auto zeros = static_cast<std::size_t>(decimal.exponent);
-    if (decimal.digits.size() + zeros > mostDigits) {
-        return std::nullopt;
-    }
-    const std::string sign = number.front() == '-' ? "-" : "";
-    long long id = 0;
-    return ToNumber(sign + decimal.digits + std::string(zeros, '0'), id) ? std::optional(id) : std::nullopt;
-}
 
 // A whole number that no id can be is refused: taken for another number it would join the wrong nodes.
 long long ReadId(const WrittenId& id, const char* name) {
@@ -219,7 +165,7 @@ public:
         if (!IsAtId()) {
             return;
         }
-        if (const std::optional<long long> id = IdFromText(number)) {
+        if (const std::optional<long long> id = Detail::ReadWrittenId(number)) {
             SetId(*id);
         } else {
             SetId(&noIds_.emplace_back(number));
