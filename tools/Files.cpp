@@ -131,4 +131,6 @@ void Print(const std::string& text) {
     }
 }
 
+void Note(const std::string& text) { std::fprintf(stderr, "quenzo-conf: note: %s\n", text.c_str()); }
+
 }  // namespace Quenzo::Tools

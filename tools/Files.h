@@ -22,4 +22,7 @@ void OccupyClosedStreams();
 /// Writes to standard output. Fails with Unwritable.
 void Print(const std::string& text);
 
+/// Tells the user something that is no failure: one line on standard error.
+void Note(const std::string& text);
+
 }  // namespace Quenzo::Tools

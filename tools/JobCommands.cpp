@@ -57,13 +57,6 @@ void WriteIds(Json& json, const std::vector<NodeId>& ids) {
     json.EndArray();
 }
 
-// The trees of the links that leave the streams: what the preset says of its first stream, its second, and so on.
-std::vector<Property> StreamSettings(const Conf::IPreset& preset) {
-    const Property& tree = preset.GetProperty();
-    const auto streams = tree.FindChild(Conf::IPreset::KEY_STREAMS);
-    return streams != tree.end() ? std::vector<Property>(streams->begin(), streams->end()) : std::vector<Property>();
-}
-
 std::string Arrows(const std::vector<NodeId>& path) { return fmt::format("{}", fmt::join(path, " -> ")); }
 
 std::string DescribeFinding(const TopologyFinding& finding) {
@@ -176,20 +169,24 @@ NodeId RequireNode(const ITranscodingMetaGraph& job, const std::string& text, co
 
 ExitStatus MakeJob(const NewJob& job) {
     const auto preset = LoadPreset(job.presetFile);
-    const std::vector<Property> settings = StreamSettings(*preset);
+    const Property& settings = preset->GetProperty()[Conf::IPreset::KEY_STREAMS];
     const auto graph = ITranscodingMetaGraph::Create();
-    std::vector<NodeId> streams;
+    std::vector<std::pair<NodeId, std::string>> streams;
     for (const JobSource& source : job.sources) {
         const NodeId file = graph->AddNode(ITranscodingMetaGraph::MakeInFileDescription(source.path));
         for (const std::uint32_t index : source.streams) {
-            streams.push_back(graph->AddNode(ITranscodingMetaGraph::MakeRawStreamDescription(index)));
-            graph->AddLink(file, streams.back(), EmptyLink());
+            const NodeId stream = graph->AddNode(ITranscodingMetaGraph::MakeRawStreamDescription(index));
+            graph->AddLink(file, stream, EmptyLink());
+            streams.emplace_back(stream, fmt::format("stream {} of {}", index, Quoted(source.path)));
         }
     }
-    const NodeId output =
-        graph->AddNode(ITranscodingMetaGraph::MakeOutFileDescription(preset, job.outputPath, job.losslessToDvd));
+    const NodeId output = graph->AddNode(DescribeOutput(preset, job.outputPath, job.losslessToDvd));
     for (std::size_t i = 0; i < streams.size(); ++i) {
-        graph->AddLink(streams[i], output, i < settings.size() ? settings[i] : EmptyLink());
+        if (i < settings.Count()) {
+            graph->AddLink(streams[i].first, output, settings[i]);
+        } else {
+            NoteThatItLeadsNowhere(streams[i].second);
+        }
     }
     PrintJob(*graph);
     return ExitStatus::Done;

@@ -25,7 +25,8 @@ struct NewJob {
 /// wrong on the way is a Failure.
 
 /// Prints the document of a new job: for each source a node and a node per stream, then one for the output, and links
-/// from source to stream to output. The link that leaves the nth stream of the job carries the preset's nth stream.
+/// from source to stream to output. The link that leaves the nth stream of the job carries the preset's nth stream; a
+/// stream beyond the preset's leads nowhere, and is named on standard error.
 ExitStatus MakeJob(const NewJob& job);
 
 /// Prints whether a job is valid, and else every rule that it breaks.

@@ -8,10 +8,22 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <string_view>
 
 namespace Quenzo::Tools {
 
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+}  // namespace
+
+bool HasByteOrderMark(const std::string& text) { return text.starts_with(kByteOrderMark); }
+
 std::string JsonSyntaxError(const std::string& text) {
+    if (HasByteOrderMark(text)) {
+        return JsonSyntaxError(text.substr(kByteOrderMark.size()));
+    }
     rapidjson::StringStream stream(text.c_str());
     rapidjson::BaseReaderHandler<> ignore;
     rapidjson::Reader reader;

@@ -8,7 +8,11 @@
 
 namespace Quenzo::Tools {
 
-/// Where a text stops being JSON and why, as a person counts: "line 2, column 5: ...". Empty when it is JSON.
+/// True when a text begins with the byte order mark of UTF-8, which is no part of JSON.
+bool HasByteOrderMark(const std::string& text);
+
+/// Where a text stops being JSON and why, as a person counts: "line 2, column 5: ...". Empty when it is JSON. A byte
+/// order mark is passed over.
 std::string JsonSyntaxError(const std::string& text);
 
 /// The members of a JSON object that somebody else wrote: whatever is missing or of another kind is as if it were not

@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <map>
 #include <vector>
 
@@ -29,8 +28,6 @@ using Conf::IFormatCodecVideo;
 using Conf::IPreset;
 using Conf::ITranscodingMetaGraph;
 using Core::Property;
-
-void Note(const std::string& text) { std::fprintf(stderr, "quenzo-conf: note: %s\n", text.c_str()); }
 
 // Subtitles are of two kinds; the descriptions do not tell them apart, but the codecs do.
 bool IsPictureSubtitle(const Property& tree) {
@@ -132,8 +129,7 @@ ExitStatus MakeJobFromProbe(const ProbeJob& job) {
         nodes.push_back(graph->AddNode(ITranscodingMetaGraph::MakeRawStreamDescription(stream.index)));
         graph->AddLink(source, nodes.back(), stream.description->GetProperty());
     }
-    const auto target =
-        graph->AddNode(ITranscodingMetaGraph::MakeOutFileDescription(preset, job.outputPath, job.losslessToDvd));
+    const auto target = graph->AddNode(DescribeOutput(preset, job.outputPath, job.losslessToDvd));
     for (const std::string& line : media.notMapped) {
         Note("not mapped: " + line);
     }
@@ -143,8 +139,7 @@ ExitStatus MakeJobFromProbe(const ProbeJob& job) {
         if (const Property* const next = settings.Next(type)) {
             graph->AddLink(nodes[i], target, Completed(*next, media.streams[i]));
         } else {
-            Note(fmt::format("stream {} ({}) leads nowhere: the preset has no place for it", media.streams[i].index,
-                             type));
+            NoteThatItLeadsNowhere(fmt::format("stream {} ({})", media.streams[i].index, type));
         }
     }
     PrintJob(*graph);

@@ -20,6 +20,7 @@
 #include <glog/logging.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <functional>
 #include <sstream>
@@ -96,7 +97,7 @@ void AddJobNew(CLI::App& job, Arguments& arguments, Command& run) {
         ->add_option_function<std::string>(
             "--stream", [&newJob](const std::string& text) { AddStream(newJob, text); },
             "Stream of the source before it, counted from 0; may be repeated. The nth stream of the\n"
-            "job is encoded as the preset's nth stream")
+            "job is encoded as the preset's nth stream; one beyond the preset's leads nowhere")
         ->trigger_on_parse();
     command->add_option("--probe", arguments.probe,
                         "What ffprobe prints of the source, as for the command describe; makes a job of all its\n"
@@ -272,6 +273,13 @@ std::string UnknownCommand(const CLI::App& program, int argc, char** argv) {
     return {};
 }
 
+// The library's remarks are for its developers, unless somebody asks for them.
+void SilenceRemarks() {
+    if (std::getenv("GLOG_minloglevel") == nullptr) {
+        FLAGS_minloglevel = google::GLOG_WARNING;
+    }
+}
+
 int Run(int argc, char** argv) {
     CLI::App program("Describe, check and draw media conversion jobs.", "quenzo-conf");
     program.require_subcommand(1);
@@ -316,6 +324,7 @@ int Run(int argc, char** argv) {
 int main(int argc, char** argv) {
     Quenzo::Tools::OccupyClosedStreams();
     FLAGS_logtostderr = true;
+    SilenceRemarks();
     google::InitGoogleLogging(argv[0]);
     try {
         return Run(argc, argv);

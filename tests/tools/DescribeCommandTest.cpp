@@ -224,6 +224,8 @@ TEST(Describe, TakesTheContainerFromTheExtensionWhereTheDemuxerReadsSeveral) {
 TEST(Describe, RefusesWhatIsNoProbeOutput) {
     ExpectRefused("", "line 1, column 1: The document is empty.");
     ExpectRefused("{\"streams\":[}", "line 1, column 13: Invalid value.");
+    // A byte order mark is accepted, and does not count as a column.
+    ExpectRefused("\xEF\xBB\xBF{\"streams\":[}", "line 1, column 13: Invalid value.");
     const std::string members =
         "it has no members \"streams\" and \"format\"; run ffprobe with -show_streams -show_format";
     ExpectRefused("{}", members);

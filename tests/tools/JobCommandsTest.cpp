@@ -11,6 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 const char* const kValid =
@@ -50,8 +51,9 @@ TEST(JobNew, PrintsADocument) {
 TEST(JobNew, TakesSeveralSourcesWithSeveralStreams) {
     const auto made =
         RunProgram({"job", "new", "--in", "a.mov", "--stream", "0", "--stream", "3", "--in", "b.wav", "--stream", "1",
-                    "--preset", ShippedPreset("web-h264-aac-mp4.json"), "--out", "c.mp4"});
+                    "--preset", ShippedPreset("archive-hevc10-mkv.json"), "--out", "c.mkv"});
     ASSERT_EQ(made.status, 0);
+    EXPECT_EQ(made.messages, "");
     const auto shown = RunProgram({"job", "show", "-"}, made.output);
     EXPECT_EQ(shown.status, 0);
     EXPECT_THAT(shown.output, StartsWith("node 1\n  source\n    $$TYPE_ID$$: sourceFile\n    filePath: a.mov\n"
@@ -62,7 +64,19 @@ TEST(JobNew, TakesSeveralSourcesWithSeveralStreams) {
                                          "node 6\n  preset\n"));
     EXPECT_THAT(shown.output, HasSubstr("link 2: 1 -> 2\nlink 3: 1 -> 3\nlink 4: 4 -> 5\nlink 5: 2 -> 6\n  video\n"));
     EXPECT_THAT(shown.output, HasSubstr("link 6: 3 -> 6\n  audio\n"));
-    EXPECT_THAT(shown.output, EndsWith("link 7: 5 -> 6\n"));
+    EXPECT_THAT(shown.output, HasSubstr("link 7: 5 -> 6\n  subtitles_text\n"));
+    EXPECT_EQ(RunProgram({"job", "check", "-"}, made.output).output, "valid\n");
+}
+
+TEST(JobNew, AStreamBeyondThePresetsLeadsNowhere) {
+    const auto made = RunProgram({"job", "new", "--in", "a.mov", "--stream", "0", "--stream", "1", "--stream", "7",
+                                  "--preset", ShippedPreset("web-h264-aac-mp4.json"), "--out", "b.mp4"});
+    EXPECT_EQ(made.status, 0);
+    EXPECT_EQ(made.messages,
+              "quenzo-conf: note: stream 7 of \"a.mov\" leads nowhere: the preset has no place for it\n");
+    EXPECT_THAT(made.output, HasSubstr(R"({"id":3,"from":1,"to":4,"data":{"data":{}}},{"id":4,"from":2,"to":5,)"));
+    EXPECT_THAT(made.output, HasSubstr(R"({"id":5,"from":3,"to":5,)"));
+    EXPECT_THAT(made.output, Not(HasSubstr(R"("from":4)")));
     EXPECT_EQ(RunProgram({"job", "check", "-"}, made.output).output, "valid\n");
 }
 
@@ -79,6 +93,26 @@ TEST(JobNew, DvdReplacesTheContainerAndSaysSo) {
                                     ShippedPreset("music-flac.json"), "--out", "b", "--dvd"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, HasSubstr(R"("container":"dvd")"));
+    EXPECT_EQ(result.messages, "quenzo-conf: note: --dvd: the container is \"dvd\" instead of \"flac\"\n");
+}
+
+TEST(JobNew, DvdSaysWhenThereWasNothingToReplace) {
+    const TemporaryFolder folder;
+    const auto messages = [&folder](const std::string& preset) {
+        return RunProgram({"job", "new", "--in", "a", "--stream", "0", "--preset", folder.Write("p.json", preset),
+                           "--out", "b", "--dvd"})
+            .messages;
+    };
+    EXPECT_EQ(messages(R"({"$$STREAMS$$":{"video":{}}})"),
+              "quenzo-conf: note: --dvd: the container is \"dvd\"; the preset names none\n");
+    EXPECT_EQ(messages(R"({"container":"dvd","$$STREAMS$$":{"video":{}}})"), "");
+}
+
+TEST(JobNew, TheLibrarysLogCanBeAskedFor) {
+    const auto result = RunProgram({"job", "new", "--in", "a", "--stream", "0", "--preset",
+                                    ShippedPreset("music-flac.json"), "--out", "b", "--dvd"},
+                                   "", {"GLOG_minloglevel=0"});
+    EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.messages, EndsWith("Replacing output format for lossless conversion to DVD\n"));
 }
 
@@ -113,6 +147,47 @@ TEST(JobNew, RefusesAPresetThatIsNone) {
                   "\"" + text +
                       "\" is no preset: a preset is a tree with named children, and \"preset\" is a single "
                       "value");
+}
+
+TEST(JobNew, RefusesAPresetThatDescribesNoStreams) {
+    const TemporaryFolder folder;
+    const auto refuses = [&folder](const std::string& text, const std::string& reason) {
+        const std::string preset = folder.Write("p.json", text);
+        const std::string probe = folder.Write("probe.json", R"({"streams":[],"format":{"filename":"a"}})");
+        for (const std::vector<std::string>& source :
+             {std::vector<std::string>{"--in", "a", "--stream", "0"}, std::vector<std::string>{"--probe", probe}}) {
+            std::vector<std::string> arguments = {"job", "new", "--preset", preset, "--out", "b"};
+            arguments.insert(arguments.end(), source.begin(), source.end());
+            ExpectFailure(RunProgram(arguments), 3, "\"" + preset + "\" is no preset: " + reason);
+        }
+    };
+    for (const char* text : {"{}", "null", R"([{"a":1},{"a":2}])", R"({"$$STREAMS$$":5})", R"({"$$STREAMS$$":{}})"}) {
+        refuses(text, "it has no member \"$$STREAMS$$\" that is an object with a member for each stream");
+    }
+    refuses(R"({"$$STREAMS$$":{"audio":{},"video":5}})", "its stream \"video\" should be an object of settings");
+    refuses("\xEF\xBB\xBF{}", "it begins with a byte order mark; save it as UTF-8 without one");
+}
+
+TEST(JobNew, NamesASettingThatShouldBeSomethingElse) {
+    const TemporaryFolder folder;
+    const struct {
+        const char* setting;
+        const char* reason;
+    } rows[] = {
+        {R"("codec_id":5)", R"("codec_id" of its stream "video" should be a text)"},
+        {R"("bitrate_mode":true)", R"("bitrate_mode" of its stream "video" should be a text)"},
+        {R"("quality":"best")", R"("quality" of its stream "video" should be a whole number)"},
+        {R"("width":"1920")", R"("width" of its stream "video" should be a whole number)"},
+        {R"("height":null)", R"("height" of its stream "video" should be a whole number)"},
+        {R"("frameRateRatio":25)",
+         R"("frameRateRatio" of its stream "video" should be a fraction such as [30000,1001])"},
+    };
+    for (const auto& row : rows) {
+        const std::string preset =
+            folder.Write("p.json", R"({"$$STREAMS$$":{"video":{)" + std::string(row.setting) + "}}}");
+        ExpectFailure(RunProgram({"job", "new", "--in", "a", "--stream", "0", "--preset", preset, "--out", "b"}), 3,
+                      "\"" + preset + "\" is no preset: " + row.reason);
+    }
 }
 
 TEST(JobCheck, SaysValid) {
@@ -152,6 +227,8 @@ TEST(JobFile, WhatIsNoJobDocumentIsRefusedWithTheReason) {
     ExpectFailure(check("{\"vertices\":[\n{]}"), 3,
                   "\"-\" is no job document: line 2, column 2: Missing a name for object member.");
     ExpectFailure(check("[1]"), 3, "\"-\" is no job document: The root node must be an object.");
+    ExpectFailure(check("\xEF\xBB\xBF" + std::string(kValid)), 3,
+                  "\"-\" is no job document: it begins with a byte order mark; save it as UTF-8 without one");
     ExpectFailure(check(R"({"name":"a preset"})"), 3,
                   "\"-\" is no job document: The root object must have two nested arrays named vertices and edges");
     ExpectFailure(check(R"({"vertices":[{"id":1}],"edges":[{"from":1,"to":7}]})"), 3,
