@@ -160,7 +160,7 @@ NodeId RequireNode(const ITranscodingMetaGraph& job, const std::string& text, co
     bool isPresent = false;
     job.VisitNodes([&](NodeId node, const Property& /*tree*/) { isPresent = isPresent || node == id; });
     if (!isPresent) {
-        QUENZO_THROW(Failure(ExitStatus::WrongUsage, fmt::format("{} has no node {}", Quoted(file), id)));
+        QUENZO_THROW(Failure(ExitStatus::No, fmt::format("{} has no node {}", Quoted(file), id)));
     }
     return id;
 }

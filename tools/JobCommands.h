@@ -43,7 +43,7 @@ ExitStatus DrawJob(const std::string& file, const std::string& picture, bool asJ
 /// changed (~). The answer is no when there is anything.
 ExitStatus DiffJobs(const std::string& before, const std::string& after, bool asJson);
 
-/// Prints a way from one node to another.
+/// Prints a way from one node to another. The answer is no when there is none, or no such node.
 ExitStatus FindJobPath(const std::string& file, const std::string& from, const std::string& to, bool asJson);
 
 }  // namespace Quenzo::Tools

@@ -316,9 +316,12 @@ TEST(JobPath, PrintsTheWayOrSaysThereIsNone) {
               "{\"reachable\":false,\"path\":[]}\n");
 }
 
-TEST(JobPath, UnknownNodesAreWrongUsage) {
-    ExpectFailure(RunProgram({"job", "path", "-", "1", "9"}, kValid), 2, "\"-\" has no node 9");
-    ExpectFailure(RunProgram({"job", "path", "-", "9", "9"}, kValid), 2, "\"-\" has no node 9");
+TEST(JobPath, TheAnswerIsNoWhenTheJobDoesNotHaveTheNode) {
+    ExpectFailure(RunProgram({"job", "path", "-", "1", "9"}, kValid), 1, "\"-\" has no node 9");
+    ExpectFailure(RunProgram({"job", "path", "-", "9", "9"}, kValid), 1, "\"-\" has no node 9");
+}
+
+TEST(JobPath, WhatIsNoNodeIdIsWrongUsage) {
     ExpectFailure(RunProgram({"job", "path", "-", "first", "2"}, kValid), 2, "\"first\" is no node id");
     ExpectFailure(RunProgram({"job", "path", "-", "9223372036854775808", "2"}, kValid), 2,
                   "\"9223372036854775808\" is no node id");
