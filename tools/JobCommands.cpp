@@ -13,6 +13,8 @@
 #include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
 
+#include <boost/algorithm/string/case_conv.hpp>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -242,7 +244,7 @@ ExitStatus ShowJob(const std::string& file, bool asJson) {
 }
 
 ExitStatus DrawJob(const std::string& file, const std::string& picture, bool asJson) {
-    const std::string ending = std::filesystem::path(picture).extension().string();
+    const std::string ending = boost::algorithm::to_lower_copy(std::filesystem::path(picture).extension().string());
     const bool isPrinted = picture.empty() || picture == "-";
     const bool isText = isPrinted || ending == ".dot" || ending == ".gv";
     if (!isText && ending != ".svg" && ending != ".png") {

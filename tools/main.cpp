@@ -132,7 +132,7 @@ void AddJobCommands(CLI::App& program, Arguments& arguments, Command& run) {
     });
 
     CLI::App* draw = AddJobReader(*job, arguments, "draw", "Draw a job, or print it as Graphviz DOT text");
-    draw->add_option("-o,--output", arguments.picture, "Picture to write: .svg, .png, .dot or .gv");
+    draw->add_option("-o,--output", arguments.picture, "Picture to write: .svg, .png, .dot or .gv, in any case");
     draw->callback(
         [&] { run = [&] { return Quenzo::Tools::DrawJob(arguments.file, arguments.picture, arguments.asJson); }; });
 

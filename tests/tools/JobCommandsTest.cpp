@@ -276,9 +276,13 @@ TEST(JobDraw, DrawsPictures) {
     const TemporaryFolder folder;
     EXPECT_EQ(RunProgram({"job", "draw", "-", "-o", folder.Path("a.svg")}, kValid).status, 0);
     EXPECT_EQ(RunProgram({"job", "draw", "-", "-o", folder.Path("a.png")}, kValid).status, 0);
+    EXPECT_EQ(RunProgram({"job", "draw", "-", "-o", folder.Path("B.SVG")}, kValid).status, 0);
+    EXPECT_EQ(RunProgram({"job", "draw", "-", "-o", folder.Path("c.Dot")}, kValid).status, 0);
     EXPECT_THAT(folder.Read("a.svg"), HasSubstr("filePath [string]: a.mov"));
     EXPECT_THAT(folder.Read("a.png"), StartsWith("\x89PNG"));
-    EXPECT_THAT(folder.List(), ElementsAre("a.png", "a.svg"));
+    EXPECT_EQ(folder.Read("B.SVG"), folder.Read("a.svg"));
+    EXPECT_THAT(folder.Read("c.Dot"), StartsWith("digraph G {\n"));
+    EXPECT_THAT(folder.List(), ElementsAre("B.SVG", "a.png", "a.svg", "c.Dot"));
 }
 
 TEST(JobDraw, FailuresLeaveNoFileBehind) {
