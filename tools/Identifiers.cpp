@@ -17,6 +17,8 @@ namespace Quenzo::Tools {
 namespace {
 
 constexpr std::size_t kMostNearest = 5;
+constexpr std::size_t kShortestSought = 3;
+constexpr std::size_t kMostListed = 10;
 
 // What counts when a text is compared loosely: letters in lower case, and digits.
 std::string Folded(std::string_view text) {
@@ -76,8 +78,11 @@ std::vector<std::string> FindByAlias(const IdentifierKind& kind, const std::stri
 
 std::vector<std::string> FindNearest(const IdentifierKind& kind, const std::string& typed) {
     const std::string sought = FoldedWithoutPrefix(kind, typed);
+    if (sought.size() < kShortestSought) {
+        return {};
+    }
     // A longer text may have more mistakes in it; three in a text of three would make everything look alike.
-    const std::size_t furthest = std::max<std::size_t>(1, sought.size() / 3);
+    const std::size_t furthest = sought.size() / 3;
     std::vector<std::pair<std::size_t, std::string>> found;
     for (std::size_t i = 0; i < kind.all.size(); ++i) {
         std::size_t distance = Distance(sought, FoldedWithoutPrefix(kind, kind.all[i]));
@@ -118,6 +123,8 @@ std::string FindExact(const IdentifierKind& kind, const std::string& typed) {
         hint = fmt::format("; the nearest: {}", fmt::join(nearest, ", "));
     } else if (!kind.listCommand.empty()) {
         hint = fmt::format(" (quenzo-conf {} lists them)", kind.listCommand);
+    } else if (kind.all.size() <= kMostListed) {
+        hint = fmt::format("; there is {}", fmt::join(kind.all, ", "));
     }
     QUENZO_THROW(Failure(ExitStatus::No, fmt::format("there is no {} {}{}", kind.name, Quoted(typed), hint)));
 }

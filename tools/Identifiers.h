@@ -17,10 +17,12 @@ struct IdentifierKind {
 };
 
 /// The exact form of an identifier as somebody typed it, which may also be the other name of a single one. Fails with
-/// No when there is none; the message names those that look most like it.
+/// No when there is none; the message names those that look most like it, or else the command that lists them, or else
+/// all when they are few.
 std::string FindExact(const IdentifierKind& kind, const std::string& typed);
 
-/// The identifiers that look most like what was typed, the best first; at most five, and none when nothing does.
+/// The identifiers that look most like what was typed, the best first; at most five, and none when nothing does. What
+/// has fewer than three letters and digits looks like nothing.
 std::vector<std::string> FindNearest(const IdentifierKind& kind, const std::string& typed);
 
 }  // namespace Quenzo::Tools

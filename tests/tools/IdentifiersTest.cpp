@@ -54,7 +54,15 @@ TEST(FindExact, NamesTheListWhenNothingIsNear) {
     ExpectNone(Fruits(), "melon", "there is no fruit \"melon\" (quenzo-conf fruits lists them)");
     ExpectNone(Fruits(), "", "there is no fruit \"\" (quenzo-conf fruits lists them)");
     ExpectNone(Fruits(), "FRUIT_", "there is no fruit \"FRUIT_\" (quenzo-conf fruits lists them)");
-    ExpectNone({"fruit", "", "", {"pear"}, {}}, "melon", "there is no fruit \"melon\"");
+}
+
+TEST(FindExact, NamesAllWhenTheyAreFewAndNoCommandListsThem) {
+    IdentifierKind kind{
+        "digit", "", "", {"one", "two", "three", "four", "five", "six", "seven", "eight", "nine", "ten"}, {}};
+    ExpectNone(kind, "hundred",
+               "there is no digit \"hundred\"; there is one, two, three, four, five, six, seven, eight, nine, ten");
+    kind.all.emplace_back("eleven");
+    ExpectNone(kind, "hundred", "there is no digit \"hundred\"");
 }
 
 TEST(FindNearest, CountsASwapAsOneMistake) { EXPECT_THAT(FindNearest(Fruits(), "paer"), ElementsAre("FRUIT_PEAR")); }
@@ -72,6 +80,14 @@ TEST(FindNearest, NamesAtMostFiveAndNoneTwice) {
 TEST(FindNearest, FindsNothingInWhatIsTooDifferent) {
     EXPECT_THAT(FindNearest(Fruits(), "xy"), IsEmpty());
     EXPECT_THAT(FindNearest(Fruits(), "pexx"), IsEmpty());
+}
+
+TEST(FindNearest, FindsNothingForFewerThanThreeLettersAndDigits) {
+    const IdentifierKind kind{"word", "w_", "", {"*", "ab", "abc", "abcd"}, {}};
+    for (const char* typed : {"", ".", "a b", "ac", "W_ab"}) {
+        EXPECT_THAT(FindNearest(kind, typed), IsEmpty()) << typed;
+    }
+    EXPECT_THAT(FindNearest(kind, "abx"), ElementsAre("ab", "abc"));
 }
 
 TEST(Vocabulary, EveryIdentifierIsItsOwnExactForm) {

@@ -117,6 +117,7 @@ TEST(Codec, IsJsonOnDemand) {
 TEST(Codec, NamesTheNearestOfOneThatIsUnknown) {
     ExpectMessage({"codec", "h246"}, 1, "there is no codec \"h246\"; the nearest: CODEC_ID_H264");
     ExpectMessage({"codec", "xyzzy"}, 1, "there is no codec \"xyzzy\" (quenzo-conf codecs lists them)");
+    ExpectMessage({"codec", "a b"}, 1, "there is no codec \"a b\" (quenzo-conf codecs lists them)");
 }
 
 TEST(Format, ShowsAllThatIsKnown) {
@@ -150,6 +151,8 @@ TEST(Extension, ShowsContainersAndGroups) {
               "new files of:  -\n"
               "groups:        All images\n");
     ExpectMessage({"extension", "mp44"}, 1, "there is no extension \"mp44\"; the nearest: mp4");
+    ExpectMessage({"extension", ""}, 1, "there is no extension \"\" (quenzo-conf groups lists them)");
+    ExpectMessage({"extension", "."}, 1, "there is no extension \".\" (quenzo-conf groups lists them)");
 }
 
 TEST(Uti, ShowsHowAPictureIsOpened) {
@@ -284,6 +287,9 @@ TEST(Orient, RefusesWhatMakesNoSense) {
     }
     ExpectMessage({"orient", "rotated91", "--size", "1x1"}, 1,
                   "there is no orientation \"rotated91\"; the nearest: Rotated90, Rotated180, Rotated270");
+    ExpectMessage({"orient", "abc", "--size", "1x1"}, 1,
+                  "there is no orientation \"abc\"; there is Normal, MirroredHorizontally, Rotated180, "
+                  "MirroredVertically, Transposed, Rotated90, Transversed, Rotated270");
 }
 
 }  // namespace
