@@ -100,7 +100,8 @@ double ParseDegrees(const std::string& typed) {
     const char* const end = typed.data() + typed.size();
     const auto [stop, error] = std::from_chars(typed.data(), end, degrees, std::chars_format::fixed);
     if (error != std::errc() || stop != end || !(std::abs(degrees) <= kMostDegrees)) {
-        Refuse(typed, "an angle in degrees such as 90, -90 or 22.5");
+        Refuse(typed,
+               "an angle in degrees such as 90, -90 or 22.5, without an exponent and of at most 1000000 either way");
     }
     return degrees;
 }

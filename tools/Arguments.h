@@ -17,7 +17,7 @@ boost::rational<long long> ParseFrameRate(const std::string& typed);
 /// A quality, a whole number from 1 to 32. Fails with WrongUsage.
 int ParseQuality(const std::string& typed);
 
-/// An angle in degrees, with a fraction or without, of at most a million. Fails with WrongUsage.
+/// An angle in degrees, with a fraction or without, of at most a million either way. Fails with WrongUsage.
 double ParseDegrees(const std::string& typed);
 
 }  // namespace Quenzo::Tools

@@ -2,6 +2,7 @@
 
 #include <tools/Arguments.h>
 #include <tools/Failure.h>
+#include <tools/Files.h>
 #include <tools/Identifiers.h>
 #include <tools/Vocabulary.h>
 
@@ -9,6 +10,8 @@
 #include <Conf/Interfaces/PixelFormatDescription.h>
 #include <foundation/StringUtils.h>
 #include <foundation/Throw.h>
+
+#include <boost/algorithm/string/predicate.hpp>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -44,9 +47,15 @@ constexpr NamedOrientation kOrientations[] = {
     {"Rotated270", ImageOrientation::Rotated270, "turned clockwise by 270 degrees"},
 };
 
-// The text without an ending, or nothing when it ends otherwise.
+// In hundredths of a degree.
+constexpr std::int64_t kWholeTurn = 36'000;
+
+// A translation has 16 bits for its fraction and 15 for its whole pixels.
+constexpr double kTooFar = 32768;
+
+// The text without an ending in any case, or nothing when it ends otherwise.
 std::optional<std::string> WithoutEnding(const std::string& text, std::string_view ending) {
-    if (!text.ends_with(ending)) {
+    if (!boost::algorithm::iends_with(text, ending)) {
         return std::nullopt;
     }
     return text.substr(0, text.size() - ending.size());
@@ -101,13 +110,31 @@ bool IsMirrored(const DisplayMatrix& matrix) {
     return std::int64_t{m[0]} * m[4] - std::int64_t{m[1]} * m[3] < 0;
 }
 
-// The angle by which an image is turned after it was mirrored left and right, if it was: how people say it.
-double ClockwiseDegrees(DisplayMatrix matrix) {
+// The angle by which an image is turned after it was mirrored left and right, if it was: how people say it. In
+// hundredths of a degree, because the matrix is not exact to a thousandth.
+std::int64_t ClockwiseHundredths(DisplayMatrix matrix) {
     if (IsMirrored(matrix)) {
         matrix.m[0] = -matrix.m[0];
         matrix.m[1] = -matrix.m[1];
     }
-    return matrix.GetRotation();
+    const double degrees = -Conf::ffmpeg::av_display_rotation_get(matrix.m.data());
+    return (std::llround(degrees * 100) + kWholeTurn) % kWholeTurn;
+}
+
+double ToDegrees(std::int64_t hundredths) { return static_cast<double>(hundredths) / 100; }
+
+// A translation that does not fit into the matrix ends up as the largest that does.
+void NoteWhatDoesNotFit(const DisplayMatrix& matrix, const FrameSize& frame) {
+    const auto box = matrix.GetTransform().GetBoundingBox(
+        Proc::RectT<double, double>{0, 0, static_cast<double>(frame.width), static_cast<double>(frame.height)});
+    const auto note = [](const char* direction, double needed) {
+        if (needed >= kTooFar) {
+            Note(fmt::format("the matrix cannot hold the translation {} by {:.10g}, which is {} or more", direction,
+                             needed, kTooFar));
+        }
+    };
+    note("to the right", -box.left);
+    note("down", -box.top);
 }
 
 }  // namespace
@@ -135,7 +162,8 @@ Report Orient(const std::string& turn, const std::string& size) {
     const FrameSize frame = ParseSize(size);
     DisplayMatrix matrix = ParseTurn(turn);
     const auto orientation = matrix.GetOrientation();
-    const double clockwise = ClockwiseDegrees(matrix);
+    const std::int64_t clockwise = ClockwiseHundredths(matrix);
+    NoteWhatDoesNotFit(matrix, frame);
     matrix.CorrectTranslation(frame);
     Report report;
     report.Add("orientation", DescribeOrientation(orientation));
@@ -143,8 +171,8 @@ Report Orient(const std::string& turn, const std::string& size) {
         report.Add("Exif number", static_cast<std::int64_t>(*orientation));
     }
     report.Add("mirrored", IsMirrored(matrix));
-    report.Add("degrees clockwise", clockwise);
-    report.Add("degrees counter-clockwise", std::fmod(360 - clockwise, 360));
+    report.Add("degrees clockwise", ToDegrees(clockwise));
+    report.Add("degrees counter-clockwise", ToDegrees((kWholeTurn - clockwise) % kWholeTurn));
     report.Add("size", ToText(frame));
     report.Add("size when shown", ToText(matrix.GetTransform().GetBoundingBox(frame, false)));
     report.Add("size when shown, even", ToText(matrix.GetTransform().GetBoundingBox(frame, true)));

@@ -237,7 +237,8 @@ void AddCalculations(CLI::App& program, Arguments& arguments, Command& run) {
     orient
         ->add_option("TURN", arguments.identifier,
                      "1 to 8, a value of the Exif orientation tag, or a name such as Rotated90; or else an angle\n"
-                     "in degrees: 90 or 90cw clockwise, 90ccw counter-clockwise, 5deg for angles up to 8")
+                     "in degrees: 90 or 90cw clockwise, 90ccw counter-clockwise, 5deg for angles up to 8.\n"
+                     "A turn of up to one degree counts as none; angles are printed to a hundredth of a degree")
         ->required();
     orient->footer(
         "Examples:\n"

@@ -265,10 +265,12 @@ TEST(Orient, ShowsAnExifOrientation) {
 TEST(Orient, TakesNamesAnglesAndDirections) {
     const auto of = [](const std::string& turn) { return Output({"orient", turn, "--size", "30x20"}); };
     const std::string turned = of("6");
-    for (const char* turn : {"rotated90", "Rotated 90", "90", "90cw", "90deg", "-270", "270ccw", "450", "90.0"}) {
+    for (const char* turn :
+         {"rotated90", "Rotated 90", "90", "90cw", "90Cw", "90deg", "90DEG", "-270", "270ccw", "450", "90.0"}) {
         EXPECT_EQ(of(turn), turned) << turn;
     }
     EXPECT_EQ(of("8"), of("90ccw"));
+    EXPECT_EQ(of("8"), of("90CCW"));
     EXPECT_THAT(of("2"), HasSubstr("\nmirrored:                   yes\n"
                                    "degrees clockwise:          0\ndegrees counter-clockwise:  0\n"));
     EXPECT_THAT(of("5"), HasSubstr("\nmirrored:                   yes\n"
@@ -279,11 +281,42 @@ TEST(Orient, TakesNamesAnglesAndDirections) {
                                   HasSubstr("\nsize when shown:            32x23\n")));
 }
 
+TEST(Orient, SaysAnglesToAHundredthOfADegree) {
+    const auto of = [](const std::string& turn) { return Output({"orient", turn, "--size", "30x20"}); };
+    EXPECT_THAT(of("-22.5"), HasSubstr("\ndegrees clockwise:          337.5\ndegrees counter-clockwise:  22.5\n"));
+    EXPECT_THAT(of("1.5"), HasSubstr("\ndegrees clockwise:          1.5\ndegrees counter-clockwise:  358.5\n"));
+    EXPECT_THAT(of("33.337"), HasSubstr("\ndegrees clockwise:          33.34\ndegrees counter-clockwise:  326.66\n"));
+    EXPECT_THAT(of("359.5"), HasSubstr("\ndegrees clockwise:          359.5\ndegrees counter-clockwise:  0.5\n"));
+    EXPECT_THAT(of("359.999"), HasSubstr("\ndegrees clockwise:          0\ndegrees counter-clockwise:  0\n"));
+    EXPECT_THAT(Output({"orient", "1.5", "--size", "30x20", "--json"}),
+                HasSubstr("\n  \"degreesClockwise\": 1.5,\n  \"degreesCounterClockwise\": 358.5,\n"));
+}
+
+TEST(Orient, SaysWhenTheMatrixCannotHoldTheTranslation) {
+    const auto messages = [](const std::string& turn, const std::string& size) {
+        const auto result = RunProgram({"orient", turn, "--size", size});
+        EXPECT_EQ(result.status, 0);
+        return result.messages;
+    };
+    const std::string right =
+        "quenzo-conf: note: the matrix cannot hold the translation to the right by 40000, which is 32768 or more\n";
+    const std::string down =
+        "quenzo-conf: note: the matrix cannot hold the translation down by 32768, which is 32768 or more\n";
+    EXPECT_EQ(messages("6", "40000x40000"), right);
+    EXPECT_EQ(messages("8", "32768x2"), down);
+    EXPECT_EQ(messages("3", "40000x32768"), right + down);
+    EXPECT_EQ(messages("3", "32767x32767"), "");
+    EXPECT_EQ(messages("1", "40000x40000"), "");
+}
+
 TEST(Orient, RefusesWhatMakesNoSense) {
     for (const char* turn : {"", "1e3", "90x", "cw", "1000001", "-"}) {
         const std::string angle = std::string(turn) == "cw" ? "" : turn;
-        ExpectMessage({"orient", "--size", "1x1", "--", turn}, 2,
-                      "\"" + angle + "\" is not an angle in degrees such as 90, -90 or 22.5");
+        ExpectMessage(
+            {"orient", "--size", "1x1", "--", turn}, 2,
+            "\"" + angle +
+                "\" is not an angle in degrees such as 90, -90 or 22.5, without an exponent and of at most 1000000 "
+                "either way");
     }
     ExpectMessage({"orient", "rotated91", "--size", "1x1"}, 1,
                   "there is no orientation \"rotated91\"; the nearest: Rotated90, Rotated180, Rotated270");
