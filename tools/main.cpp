@@ -6,6 +6,7 @@
 #include <tools/Failure.h>
 #include <tools/Files.h>
 #include <tools/FrameCommands.h>
+#include <tools/Help.h>
 #include <tools/JobCommands.h>
 #include <tools/LookupCommands.h>
 #include <tools/ProbeJob.h>
@@ -60,6 +61,9 @@ void AddStream(Quenzo::Tools::NewJob& job, const std::string& text) {
     job.sources.back().streams.push_back(index);
 }
 
+// As a check of an option's value.
+std::string RefuseEmptyPath(const std::string& path) { return path.empty() ? "needs the path of a file" : ""; }
+
 void RequireSources(const Quenzo::Tools::NewJob& job, const std::string& probe) {
     if (job.sources.empty() == probe.empty()) {
         throw CLI::ValidationError("job new", "takes either --in with --stream, or --probe");
@@ -92,6 +96,7 @@ void AddJobNew(CLI::App& job, Arguments& arguments, Command& run) {
                 newJob.sources.push_back({path, {}});
             },
             "Source file; may be repeated")
+        ->check(RefuseEmptyPath)
         ->trigger_on_parse();
     command
         ->add_option_function<std::string>(
@@ -103,11 +108,9 @@ void AddJobNew(CLI::App& job, Arguments& arguments, Command& run) {
                         "What ffprobe prints of the source, as for the command describe; makes a job of all its\n"
                         "streams, with their descriptions");
     command->add_option("--preset", newJob.presetFile, "Preset, a JSON file")->required();
-    command->add_option("--out", newJob.outputPath, "File that the job is to write")->required();
-    command->footer(
-        "Examples:\n"
-        "  quenzo-conf job new --in clip.mov --stream 0 --stream 1 --preset web.json --out clip.mp4\n"
-        "  quenzo-conf job new --probe clip.json --preset web.json --out clip.mp4");
+    command->add_option("--out", newJob.outputPath, "File that the job is to write")
+        ->check(RefuseEmptyPath)
+        ->required();
     command->add_flag("--dvd", newJob.losslessToDvd, "Write a DVD container, whatever the preset says");
     AddJsonFlag(*command, arguments);
     command->callback([&] {
@@ -125,7 +128,9 @@ void AddJobCommands(CLI::App& program, Arguments& arguments, Command& run) {
     job->require_subcommand(1);
     AddJobNew(*job, arguments, run);
 
-    AddJobReader(*job, arguments, "check", "Say whether a job is valid, or which rules it breaks and where")
+    AddJobReader(
+        *job, arguments, "check",
+        "Say whether a job is valid, or which rules it breaks and where;\nchecks nodes and links, not their trees")
         ->callback([&] { run = [&] { return Quenzo::Tools::CheckJob(arguments.file, arguments.asJson); }; });
     AddJobReader(*job, arguments, "show", "Print the nodes and links of a job")->callback([&] {
         run = [&] { return Quenzo::Tools::ShowJob(arguments.file, arguments.asJson); };
@@ -160,9 +165,6 @@ void AddDescribe(CLI::App& program, Arguments& arguments, Command& run) {
                      "Output of ffprobe -v error -of json -show_format -show_streams -show_chapters CLIP,\n"
                      "or - for standard input")
         ->required();
-    command->footer(
-        "Example:\n"
-        "  ffprobe -v error -of json -show_format -show_streams -show_chapters clip.mov | quenzo-conf describe -");
     AddJsonFlag(*command, arguments);
     command->callback([&] { run = [&] { return Quenzo::Tools::DescribeProbe(arguments.file, arguments.asJson); }; });
 }
@@ -222,9 +224,6 @@ void AddCalculations(CLI::App& program, Arguments& arguments, Command& run) {
     bitrate->add_option("--quality", question.quality, "Quality from 1, the best, to 32");
     bitrate->add_flag("--explain", question.isExplained, "Say how the result comes about, step by step");
 
-    bitrate->footer(
-        "Example:\n  quenzo-conf bitrate --codec hevc --size 3840x2160 --fps 30000/1001 --quality 4 --explain");
-
     CLI::App* planes = AddReporter(program, arguments, run, "planes", "Measure the planes of a frame", [&arguments] {
         return Quenzo::Tools::MeasurePlanes(arguments.identifier, arguments.size);
     });
@@ -240,11 +239,6 @@ void AddCalculations(CLI::App& program, Arguments& arguments, Command& run) {
                      "in degrees: 90 or 90cw clockwise, 90ccw counter-clockwise, 5deg for angles up to 8.\n"
                      "A turn of up to one degree counts as none; angles are printed to a hundredth of a degree")
         ->required();
-    orient->footer(
-        "Examples:\n"
-        "  quenzo-conf orient 6 --size 4032x3024\n"
-        "  quenzo-conf orient 90ccw --size 1920x1080\n"
-        "  quenzo-conf orient -22.5 --size 640x480");
     AddSize(*orient, arguments.size);
 }
 
@@ -274,6 +268,23 @@ std::string UnknownCommand(const CLI::App& program, int argc, char** argv) {
     return {};
 }
 
+// The help of the command that was typed.
+std::string HelpOf(const CLI::App& program) {
+    std::string words = "quenzo-conf";
+    for (const CLI::App* at = &program; !at->get_subcommands().empty();) {
+        at = at->get_subcommands().front();
+        words += ' ' + at->get_name();
+    }
+    return words + " --help";
+}
+
+void AddFooters(CLI::App& command, const std::string& words) {
+    command.footer(Quenzo::Tools::FooterOf(words));
+    for (CLI::App* const part : command.get_subcommands([](const CLI::App*) { return true; })) {
+        AddFooters(*part, words.empty() ? part->get_name() : words + ' ' + part->get_name());
+    }
+}
+
 // The library's remarks are for its developers, unless somebody asks for them.
 void SilenceRemarks() {
     if (std::getenv("GLOG_minloglevel") == nullptr) {
@@ -285,16 +296,6 @@ int Run(int argc, char** argv) {
     CLI::App program("Describe, check and draw media conversion jobs.", "quenzo-conf");
     program.require_subcommand(1);
     program.set_version_flag("--version", "quenzo-conf " QUENZO_VERSION);
-    program.footer(
-        "Examples:\n"
-        "  quenzo-conf job new --in clip.mov --stream 0 --preset web.json --out clip.mp4 > job.json\n"
-        "  quenzo-conf job check job.json\n"
-        "  quenzo-conf job draw job.json -o job.svg\n"
-        "  quenzo-conf codec hevc\n"
-        "  quenzo-conf bitrate --codec h264 --size 1920x1080 --fps 30 --explain\n"
-        "\n"
-        "Exit status: 0 done, 1 the answer is no, 2 wrong usage, 3 an input could not be read,\n"
-        "4 an output could not be written.");
 
     Arguments arguments;
     Command run;
@@ -303,6 +304,7 @@ int Run(int argc, char** argv) {
     AddCatalogues(program, arguments, run);
     AddLookups(program, arguments, run);
     AddCalculations(program, arguments, run);
+    AddFooters(program, "");
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -315,7 +317,7 @@ int Run(int argc, char** argv) {
         }
         const std::string unknown = UnknownCommand(program, argc, argv);
         return Complain(ExitStatus::WrongUsage,
-                        fmt::format("{} (see quenzo-conf --help)", unknown.empty() ? error.what() : unknown));
+                        fmt::format("{} (see {})", unknown.empty() ? error.what() : unknown, HelpOf(program)));
     }
     return static_cast<int>(run());
 }

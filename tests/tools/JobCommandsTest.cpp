@@ -118,14 +118,21 @@ TEST(JobNew, TheLibrarysLogCanBeAskedFor) {
 
 TEST(JobNew, RefusesAWrongCommandLine) {
     ExpectFailure(RunProgram({"job", "new", "--stream", "0", "--in", "a", "--preset", "p", "--out", "b"}), 2,
-                  "--stream 0: stands before the --in that it belongs to (see quenzo-conf --help)");
+                  "--stream 0: stands before the --in that it belongs to (see quenzo-conf job new --help)");
     ExpectFailure(RunProgram({"job", "new", "--in", "a", "--preset", "p", "--out", "b"}), 2,
-                  "--in \"a\": needs a --stream after it (see quenzo-conf --help)");
+                  "--in \"a\": needs a --stream after it (see quenzo-conf job new --help)");
+    ExpectFailure(RunProgram({"job", "new", "--in", "", "--stream", "0", "--preset", "p", "--out", "b"}), 2,
+                  "--in: needs the path of a file (see quenzo-conf job new --help)");
+    for (const char* source : {"--in", "--probe"}) {
+        ExpectFailure(RunProgram({"job", "new", source, "a", "--preset", "p", "--out", ""}), 2,
+                      "--out: needs the path of a file (see quenzo-conf job new --help)");
+    }
     for (const char* stream : {"-1", "1x", "4294967296", "+1", "1.0"}) {
         ExpectFailure(
             RunProgram({"job", "new", "--in", "a", "--stream=" + std::string(stream), "--preset", "p", "--out", "b"}),
             2,
-            "--stream " + std::string(stream) + ": a stream is numbered from 0 to 4294967295 (see quenzo-conf --help)");
+            "--stream " + std::string(stream) +
+                ": a stream is numbered from 0 to 4294967295 (see quenzo-conf job new --help)");
     }
 }
 
@@ -336,8 +343,13 @@ TEST(Program, UnknownCommandsAreNamedWithThoseThereAre) {
                   "there is no command \"jobs\"; there is job, describe, codecs, formats, groups, layouts, "
                   "sample-formats, pixel-formats, "
                   "colours, codec, format, extension, uti, bitrate, planes, orient (see quenzo-conf --help)");
-    ExpectFailure(RunProgram({"job", "chek", "-"}), 2,
-                  "there is no command \"chek\"; there is new, check, show, draw, diff, path (see quenzo-conf --help)");
+    ExpectFailure(
+        RunProgram({"job", "chek", "-"}), 2,
+        "there is no command \"chek\"; there is new, check, show, draw, diff, path (see quenzo-conf job --help)");
+    ExpectFailure(RunProgram({"codec"}), 2, "ID is required (see quenzo-conf codec --help)");
+    ExpectFailure(RunProgram({"job", "path", "-", "1"}), 2, "TO is required (see quenzo-conf job path --help)");
+    ExpectFailure(RunProgram({"job", "check", "-", "--dvd"}, kValid), 2,
+                  "The following argument was not expected: --dvd (see quenzo-conf job check --help)");
     EXPECT_EQ(RunProgram({}).status, 2);
     EXPECT_EQ(RunProgram({"job"}).status, 2);
     EXPECT_EQ(RunProgram({"job", "check"}).status, 2);

@@ -1,4 +1,5 @@
-// The manual page and the completions know every command and every option that the program takes.
+// The manual page and the completions know every command and every option that the program takes; every help has
+// examples.
 
 #include <tests/tools/ProgramRunner.h>
 
@@ -77,6 +78,50 @@ TEST(Manual, KnowsEveryCommandAndOption) {
     EXPECT_EQ(jobCommands.size(), 6U);
     for (const std::string& command : jobCommands) {
         ExpectDocumented({"job", command});
+    }
+}
+
+// The lines of a command's help from "Examples:" to the next empty line.
+std::vector<std::string> ExamplesOf(const std::vector<std::string>& command) {
+    std::vector<std::string> arguments = command;
+    arguments.emplace_back("--help");
+    std::istringstream help(RunProgram(arguments).output);
+    std::vector<std::string> lines;
+    bool isInside = false;
+    for (std::string line; std::getline(help, line);) {
+        if (isInside && !line.empty()) {
+            lines.push_back(line);
+        }
+        isInside = line == "Examples:" || (isInside && !line.empty());
+    }
+    return lines;
+}
+
+void ExpectExamplesAndStatuses(const std::vector<std::string>& command) {
+    std::string words = "quenzo-conf";
+    for (const std::string& word : command) {
+        words += ' ' + word;
+    }
+    const std::vector<std::string> examples = ExamplesOf(command);
+    EXPECT_FALSE(examples.empty()) << words;
+    for (const std::string& example : examples) {
+        EXPECT_NE(example.find(words), std::string::npos) << example;
+    }
+    std::vector<std::string> arguments = command;
+    arguments.emplace_back("--help");
+    EXPECT_TRUE(RunProgram(arguments).output.ends_with(
+        "\n\nExit status: 0 done, 1 the answer is no, 2 wrong usage, 3 an input could not be read,\n"
+        "4 an output could not be written.\n"))
+        << words;
+}
+
+TEST(Help, EveryCommandHasExamplesOfItsOwnAndTheExitStatuses) {
+    ExpectExamplesAndStatuses({});
+    for (const std::string& command : FirstWords({}, "Subcommands")) {
+        ExpectExamplesAndStatuses({command});
+    }
+    for (const std::string& command : FirstWords({"job"}, "Subcommands")) {
+        ExpectExamplesAndStatuses({"job", command});
     }
 }
 

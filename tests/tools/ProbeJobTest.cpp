@@ -99,7 +99,7 @@ TEST(JobNewProbe, RefusesWhatMakesNoSense) {
                                   "--preset", preset, "--out", "b"});
     EXPECT_EQ(both.status, 2);
     EXPECT_EQ(both.messages,
-              "quenzo-conf: job new: takes either --in with --stream, or --probe (see quenzo-conf --help)\n");
+              "quenzo-conf: job new: takes either --in with --stream, or --probe (see quenzo-conf job new --help)\n");
     const auto make = [&preset](const std::string& probe) {
         return RunProgram({"job", "new", "--probe", "-", "--preset", preset, "--out", "b"}, probe);
     };
