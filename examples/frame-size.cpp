@@ -41,7 +41,8 @@ int main(int argc, char** argv) try {
     std::uint16_t height = 0;
     std::int16_t degrees = 0;
     if (argc != 5 || !ToNumber(argv[2], width) || !ToNumber(argv[3], height) || !ToNumber(argv[4], degrees)) {
-        std::cerr << "usage: frame-size FORMAT WIDTH HEIGHT DEGREES, such as: frame-size YUV420P 1920 1080 90\n";
+        std::cerr << "usage: frame-size FORMAT WIDTH HEIGHT DEGREES, such as: frame-size YUV420P 1920 1080 90\n"
+                     "WIDTH and HEIGHT are whole numbers from 0 to 65535, DEGREES is one from -32768 to 32767\n";
         return 2;
     }
     PrintPlanes(PixFmtDescription::Find(std::string(argv[1])), width, height);
