@@ -384,6 +384,16 @@ TEST(BitrateCalculatorTest, Described_WithoutAKeyThrows) {
     ExpectDescribed(constant, 4554905, 9109810, 18219620);
 }
 
+TEST(BitrateCalculatorTest, Described_ReadsItsKeysInOrder) {
+    for (const FromDescription proposal : kFromDescription) {
+        const SP<IFormatCodecVideo> video = Described("VBR", 16);
+        for (const char* key : {"quality", "frameRateRatio", "height", "width", "codec_id", "bitrate_mode"}) {
+            Testing::Drop(*video, key);
+            ExpectMissing([&] { proposal(video); }, "format_codec_video", key);
+        }
+    }
+}
+
 TEST(BitrateCalculatorTest, Described_WithAKeyOfAnotherTypeThrows) {
     const auto expect = [](const Property& changed, PropertyTypes type, const std::string& getter) {
         for (const FromDescription proposal : kFromDescription) {

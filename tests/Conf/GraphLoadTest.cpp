@@ -62,11 +62,13 @@ TEST(GraphLoadTest, Load_OfAJob) {
 }
 
 TEST(GraphLoadTest, Load_OfATextThatIsNoJsonThrowsBadJson) {
-    for (const char* text : {"", " ", "nonsense", "{", "{]", R"({"vertices":[],"edges":[]}x)",
-                             R"({"vertices":[],"edges":[],})", R"({"vertices":[] "edges":[]})", "{'vertices':[]}",
-                             R"(/**/{"vertices":[],"edges":[]})", R"({"vertices":[NaN],"edges":[]})", "\xEF\xBB\xBF",
-                             R"({"vertices":[1e999],"edges":[]})", R"({"vertices":["\x"],"edges":[]})",
-                             R"({"vertices":["\uD800"],"edges":[]})", R"({"vertices":[01],"edges":[]})"}) {
+    for (const char* text :
+         {"", " ", "nonsense", "{", "{]", R"({"vertices":[],"edges":[]}x)", R"({"vertices":[],"edges":[],})",
+          R"({"vertices":[{"id":1},],"edges":[]})", R"({"vertices":[{"id":1,}],"edges":[]})",
+          R"({"vertices":[] "edges":[]})", "{'vertices':[]}", R"(/**/{"vertices":[],"edges":[]})",
+          R"({"vertices":[NaN],"edges":[]})", "\xEF\xBB\xBF", "\xEF\xBB\xBF{\"vertices\":[],\"edges\":[]}",
+          R"({"vertices":[1e999],"edges":[]})", R"({"vertices":["\x"],"edges":[]})",
+          R"({"vertices":["\uD800"],"edges":[]})", R"({"vertices":[01],"edges":[]})"}) {
         ExpectBadJson(text, kRootMessage);
     }
 }

@@ -109,6 +109,14 @@ TEST(GraphSaveTest, Save_WritesEveryKindOfValue) {
     EXPECT_EQ(SavedTree(NodeWith("t", NodeWith("a", Property("b")))), DocumentOf(R"({"t":{"a":{"b":{}}}})"));
 }
 
+TEST(GraphSaveTest, Save_WritesIdsOfBothSignsToTheLastDigit) {
+    const std::string vertices = R"({"vertices":[{"id":-9223372036854775808,"data":{"a":{}}},)"
+                                 R"({"id":9223372036854775807,"data":{"b":{}}}],"edges":)";
+    const std::string ends = R"("from":-9223372036854775808,"to":9223372036854775807)";
+    EXPECT_EQ(Saved(Loaded(vertices + R"([{"id":9223372036854775806,)" + ends + "}]}")),
+              vertices + R"([{"id":9223372036854775807,)" + ends + R"(,"data":{"data":{}}}]})");
+}
+
 TEST(GraphSaveTest, Save_LeavesTheDataOfAnEmptyTreeOut) {
     const std::string withoutData = R"({"vertices":[{"id":1}],"edges":[]})";
     EXPECT_EQ(SavedTree(Property()), withoutData);

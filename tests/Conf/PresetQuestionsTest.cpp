@@ -5,6 +5,7 @@
 #include <Conf/Interfaces/Stub.h>
 #include <foundation/Property.h>
 #include <tests/Conf/CatalogueSupport.h>
+#include <tests/foundation/VirtualSlots.h>
 
 #include <gtest/gtest.h>
 
@@ -86,6 +87,15 @@ TEST(PresetQuestionsTest, OnlyQuestions_OfSomePresets) {
     ExpectOnly({"Video"}, false, false);
     ExpectOnly({""}, false, false);
     ExpectOnly(Strings(1000, "audio"), true, false);
+}
+
+// A preset from another component is called by the places of its functions: two of the destructor, and three of the
+// counted reference stand before them.
+TEST(PresetQuestionsTest, Functions_StandInTheirSlots) {
+    using Quenzo::Testing::VirtualSlot;
+    EXPECT_EQ(VirtualSlot(&IPreset::GetStreamCount), 5U);
+    EXPECT_EQ(VirtualSlot(&IPreset::GetStreamIndices), 6U);
+    EXPECT_EQ(VirtualSlot(&IPreset::GetProperty), 7U);
 }
 
 TEST(PresetQuestionsTest, OnlyQuestions_DropTheirReferences) {
