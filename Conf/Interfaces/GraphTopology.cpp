@@ -21,7 +21,7 @@ public:
     std::size_t Count() const noexcept { return count_; }
 
     // The position that stands for the set that a position is in. Halves the way there for the next search.
-    std::size_t Root(std::size_t position) {
+    std::size_t Root(std::size_t position) noexcept {
         while (parents_[position] != position) {
             parents_[position] = parents_[parents_[position]];
             position = parents_[position];
@@ -31,7 +31,7 @@ public:
 
     // Joins the sets of both ends of a link. Halving alone keeps the ways short, so the larger set is not looked for;
     // and in the order in which data flows most targets are in no other set yet.
-    void Join(std::size_t source, std::size_t target) {
+    void Join(std::size_t source, std::size_t target) noexcept {
         const std::size_t root = Root(source);
         const std::size_t joined = Root(target);
         parents_[joined] = root;

@@ -186,7 +186,8 @@ void PrintCodecs(const Owner& owner, std::string_view title) {
 
 void PrintFormats(const Owner& owner, std::string_view title) {
     std::cout << "\n## " << title << "\n\nThe constants of " << owner.name
-              << ". The first extension is the one that a new file gets.\n";
+              << ". The class tells pictures, animations and raw photographs from all else, be it\nsound, text or "
+                 "video. The first extension is the one that a new file gets.\n";
     PrintHead({"stored as", "constant", "class", "shown as", "extensions", "meaning"});
     for (const Row& row : RowsOf(owner, Kind::Format)) {
         PrintRow({Code(row.value), Code(row.constant), std::string(row.stored), FormatName(row), Extensions(row),
