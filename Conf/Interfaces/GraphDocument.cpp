@@ -52,11 +52,10 @@ using WrittenIds = std::array<WrittenId, 3>;
 
 // A whole number that no id can be is refused: taken for another number it would join the wrong nodes.
 long long ReadId(const WrittenId& id, const char* name) {
-    if (const auto* number = std::get_if<long long>(&id)) {
-        return *number;
+    if (const auto* text = std::get_if<const std::string*>(&id)) {
+        QUENZO_THROW(Malformed(fmt::format(FMT_COMPILE("The value of {} does not fit in 64 bits: {}"), name, **text)));
     }
-    QUENZO_THROW(Malformed(fmt::format(FMT_COMPILE("The value of {} does not fit in 64 bits: {}"), name,
-                                       *std::get<const std::string*>(id))));
+    return std::get<long long>(id);
 }
 
 bool IsEmptyTree(const Core::Property& tree) {

@@ -71,6 +71,12 @@ constexpr std::size_t CountDifferent(Member member) {
 template <std::size_t N>
 using CaselessIndex = Detail::TextIndex<N, Detail::CaselessWords>;
 
+// What is answered of any unknown text.
+const Strings& Nothing() {
+    static const Strings& nothing = Keep(Strings());
+    return nothing;
+}
+
 // Finds, for a text in any case, what stands in the other member of its pairs.
 template <std::size_t N>
 class PairIndex {
@@ -81,22 +87,18 @@ public:
         }
     }
 
-    // Null when the index does not know the text.
-    const Strings* Find(std::string_view text) const noexcept {
+    const Strings& Find(std::string_view text) const {
         const std::size_t place = index_.Find(text);
-        return place < N ? &found_[place] : nullptr;
+        if (place < N) {
+            return found_[place];
+        }
+        return Nothing();
     }
 
 private:
     const CaselessIndex<N>& index_;
     std::array<Strings, N> found_;
 };
-
-// What is answered of any unknown text.
-const Strings& Nothing() {
-    static const Strings& nothing = Keep(Strings());
-    return nothing;
-}
 
 // The different texts of one member, in the order in which they first appear.
 template <std::size_t N>
@@ -147,15 +149,13 @@ std::string GetFormatExtentionTip(const std::string& groupId) {
 const Strings& GetExtensionsByFormat(const std::string& format) {
     static const auto& extensions =
         Keep(PairIndex(kFormatIndex, &FormatExtension::format, &FormatExtension::extension));
-    const Strings* const found = extensions.Find(format);
-    return found != nullptr ? *found : Nothing();
+    return extensions.Find(format);
 }
 
 const Strings& GetFormatsByExtension(const std::string& extension) {
     static const auto& formats =
         Keep(PairIndex(kExtensionIndex, &FormatExtension::extension, &FormatExtension::format));
-    const Strings* const found = formats.Find(extension);
-    return found != nullptr ? *found : Nothing();
+    return formats.Find(extension);
 }
 
 const std::string& GetDefaultFileExtensionForContainer(const std::string& container) {
