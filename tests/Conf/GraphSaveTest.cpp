@@ -146,8 +146,8 @@ TEST(GraphSaveTest, Save_WritesChildrenOfOneNameAsAList) {
 
 TEST(GraphSaveTest, Save_EscapesOnlyWhatJsonRequires) {
     using namespace std::string_literals;
-    EXPECT_EQ(SavedTree(Property("\"\\", "/\b\f\n\r\t\x01\x1F\x7F")),
-              DocumentOf(R"({"\"\\":"/\b\f\n\r\t\u0001\u001F)"s + "\x7F\"}"));
+    EXPECT_EQ(SavedTree(Property("\"\\", "/\b\f\n\r\t\x01\x1F\x7F")), DocumentOf(R"({"\"\\":"/\b\f\n\r\t\u0001\u001F)"
+                                                                                 "\x7F\"}"));
     EXPECT_EQ(SavedTree(Property("a\0b"s, "\0"s)), DocumentOf(R"({"a\u0000b":"\u0000"})"));
     EXPECT_EQ(SavedTree(Property("\xC3\xA4", "\xF0\x9F\x8E\xAC")), DocumentOf("{\"\xC3\xA4\":\"\xF0\x9F\x8E\xAC\"}"));
     EXPECT_EQ(SavedTree(Property("\xFF", "\xC3(\xED\xA0\x80")), DocumentOf("{\"\xFF\":\"\xC3(\xED\xA0\x80\"}"));

@@ -129,7 +129,8 @@ std::string MembersOf(const std::string& json) {
         return "no JSON object";
     }
     std::string text;
-    for (const auto& member : document.GetObject()) {
+    for (auto place = document.MemberBegin(); place < document.MemberEnd(); ++place) {
+        const auto& member = *place;
         std::vector<std::string> names;
         AddNames(member.value, names);
         if (member.value.IsArray()) {
