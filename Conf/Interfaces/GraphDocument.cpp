@@ -44,14 +44,20 @@ BadJson Malformed(const std::string& structure) {
 
 // An id that a document gives: a number, which is 0 when there is none, or the text of a whole number that no id can
 // be.
-using WrittenId = std::variant<long long, const std::string*>;
+using GivenId = std::variant<long long, const std::string*>;
 
 // The ids that an element may have: its own, and for a link those of its ends; DocumentReader::Member says which is
 // where.
-using WrittenIds = std::array<WrittenId, 3>;
+using GivenIds = std::array<GivenId, 3>;
+
+// As much of a number as a message has room for.
+std::string Shown(std::string_view number) {
+    constexpr std::size_t most = 64;
+    return number.size() <= most ? std::string(number) : std::string(number.substr(0, most)) + "...";
+}
 
 // A whole number that no id can be is refused: taken for another number it would join the wrong nodes.
-long long ReadId(const WrittenId& id, const char* name) {
+long long ReadId(const GivenId& id, const char* name) {
     if (const auto* text = std::get_if<const std::string*>(&id)) {
         QUENZO_THROW(Malformed(fmt::format(FMT_COMPILE("The value of {} does not fit in 64 bits: {}"), name, **text)));
     }
@@ -126,7 +132,7 @@ public:
     // A node or a link. An element that is no object counts as one without members.
     struct Element {
         Core::Property tree;
-        WrittenIds ids;
+        GivenIds ids;
     };
 
     // Grows without moving what it holds, in blocks that a small document does not feel.
@@ -167,7 +173,7 @@ public:
         if (const std::optional<long long> id = Detail::ReadWrittenId(number)) {
             SetId(*id);
         } else {
-            SetId(&noIds_.emplace_back(number));
+            SetId(&noIds_.emplace_back(Shown(number)));
         }
     }
     void Uint64(std::uint64_t value) {
@@ -249,7 +255,7 @@ private:
 
     bool IsAtId() const noexcept { return depth_ == kElement && member_ < Data; }
 
-    void SetId(WrittenId id) {
+    void SetId(GivenId id) {
         if (IsAtId()) {
             ids_[member_] = id;
         }
@@ -300,7 +306,7 @@ private:
     Section* named_ = nullptr;    // whose value comes next
     Section* section_ = nullptr;  // whose array is open
 
-    WrittenIds ids_;
+    GivenIds ids_;
     std::list<std::string> noIds_;  // what the elements' ids point to
     unsigned seen_ = 0;             // a bit for each Member that the element has had
     Member member_ = Other;

@@ -8,8 +8,9 @@ namespace {
 
 constinit std::atomic<Kept*> last = nullptr;
 
-// Runs when the library is unloaded and, at the end of a program, after the destructors of all global objects.
-[[gnu::destructor]] void DestroyAll() noexcept {
+// Runs when the library is unloaded and, at the end of a program, after the destructors of all global objects: linked
+// statically these have no priority, and what has the first one that is not reserved runs last.
+[[gnu::destructor(101)]] void DestroyAll() noexcept {
     Kept* kept = last.exchange(nullptr, std::memory_order_acquire);
     while (kept != nullptr) {
         Kept* const next = kept->next;

@@ -3,9 +3,13 @@
 #ifdef QUENZO_LOG_LIBRARY
 
 #include <dlfcn.h>
+#include <link.h>
 
+#include <array>
 #include <atomic>
+#include <climits>
 #include <cstdio>
+#include <string>
 
 namespace Quenzo::Detail {
 
@@ -13,17 +17,29 @@ namespace {
 
 constexpr LogFunctions kWithoutGlog = {
     [](const char* file, int line, std::string_view text) {
-        std::fprintf(stderr, "%s:%d] ", file, line);
-        std::fwrite(text.data(), 1, text.size(), stderr);
-        std::fputc('\n', stderr);
+        const std::string whole = std::string(file) + ':' + std::to_string(line) + "] " + std::string(text) + '\n';
+        std::fwrite(whole.data(), 1, whole.size(), stderr);
     },
     [](const char* /*file*/, int /*level*/) { return false; },
 };
 
+// The folder of this library, as it was when the library was loaded: the path that it was loaded by may begin in a
+// folder that the process has left since. Not $ORIGIN, which a sanitizer takes for its own when it stands between.
+std::string OwnFolder() {
+    Dl_info info = {};
+    link_map* self = nullptr;
+    // The loader puts the folder that the process was in before a path that does not begin at the root.
+    std::array<char, 2 * PATH_MAX> folder = {};
+    const bool isFound = dladdr1(&kWithoutGlog, &info, reinterpret_cast<void**>(&self), RTLD_DL_LINKMAP) != 0 &&
+                         dlinfo(self, RTLD_DI_ORIGIN, folder.data()) == 0;
+    return isFound ? folder.data() : "";
+}
+
 // The logging library lies beside this one, wherever both were installed. It stays loaded: what glog registers with
 // other libraries cannot be taken back.
 const LogFunctions& LoadGlog() {
-    void* library = dlopen("$ORIGIN/" QUENZO_LOG_LIBRARY, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    const std::string path = OwnFolder() + "/" QUENZO_LOG_LIBRARY;
+    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     const void* functions = library != nullptr ? dlsym(library, "quenzoConfGlog") : nullptr;
     return functions != nullptr ? *static_cast<const LogFunctions*>(functions) : kWithoutGlog;
 }

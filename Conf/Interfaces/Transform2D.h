@@ -39,7 +39,8 @@ struct QUENZO_API Transform2D {
     Transform2D& Rotate(double radians);
 
     /// The angle by which the image of the x axis is turned, from -pi to pi radians. If that image has no length, it
-    /// is told from the image of the y axis, from -pi/2 to 3*pi/2; if that has none either, the angle is NaN.
+    /// is told from the image of the y axis, from -pi/2 to 3*pi/2; if that has none either, the angle is NaN. It is
+    /// an arc cosine's, which has half of its digits near 0 and near a half turn.
     double GetRotation() const;
 
     /// The smallest rectangle around the images of a rectangle's corners. A coordinate that is no number (0 divided by

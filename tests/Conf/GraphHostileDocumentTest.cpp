@@ -186,6 +186,13 @@ TEST(GraphHostileDocumentTest, Load_OfANumberThatNoIdCanBeThrowsBadJson) {
     }
 }
 
+TEST(GraphHostileDocumentTest, Load_ShowsTheBeginningOfALongNumber) {
+    const std::string number = "1" + Repeat("0", 63);
+    ExpectNoId(number);
+    ExpectBadJson(R"({"vertices":[{"id":)" + number + R"(0}],"edges":[]})",
+                  "The value of id does not fit in 64 bits: " + number + "...");
+}
+
 TEST(GraphHostileDocumentTest, Load_ReadsAWholeNumberToItsLastDigitHoweverItIsWritten) {
     const std::vector<std::pair<std::string, long long>> cases = {
         {"9007199254740993.0", 9007199254740993},
