@@ -29,7 +29,7 @@ std::string OwnFolder() {
     Dl_info info = {};
     link_map* self = nullptr;
     // The loader puts the folder that the process was in before a path that does not begin at the root.
-    std::array<char, 2 * PATH_MAX> folder = {};
+    std::array<char, 2UL * PATH_MAX> folder = {};
     const bool isFound = dladdr1(&kWithoutGlog, &info, reinterpret_cast<void**>(&self), RTLD_DL_LINKMAP) != 0 &&
                          dlinfo(self, RTLD_DI_ORIGIN, folder.data()) == 0;
     return isFound ? folder.data() : "";
