@@ -19,11 +19,14 @@ std::string ReadText(const std::string& name) {
     return text;
 }
 
+std::istringstream HelpOf(std::vector<std::string> command) {
+    command.emplace_back("--help");
+    return std::istringstream(RunProgram(command).output);
+}
+
 // The first words of the lines of a section of --help, such as the commands under "Subcommands:".
 std::vector<std::string> FirstWords(const std::vector<std::string>& command, const std::string& section) {
-    std::vector<std::string> arguments = command;
-    arguments.emplace_back("--help");
-    std::istringstream help(RunProgram(arguments).output);
+    std::istringstream help = HelpOf(command);
     std::vector<std::string> words;
     bool isInside = false;
     for (std::string line; std::getline(help, line);) {
@@ -83,9 +86,7 @@ TEST(Manual, KnowsEveryCommandAndOption) {
 
 // The lines of a command's help from "Examples:" to the next empty line.
 std::vector<std::string> ExamplesOf(const std::vector<std::string>& command) {
-    std::vector<std::string> arguments = command;
-    arguments.emplace_back("--help");
-    std::istringstream help(RunProgram(arguments).output);
+    std::istringstream help = HelpOf(command);
     std::vector<std::string> lines;
     bool isInside = false;
     for (std::string line; std::getline(help, line);) {
