@@ -11,9 +11,8 @@
 
 #include <unistd.h>
 
+namespace Quenzo::Conf {
 namespace {
-
-using namespace Quenzo::Conf;  // NOLINT(google-build-using-namespace): a program, not a header
 
 int wrong = 0;
 
@@ -95,5 +94,6 @@ public:
 const AsksAtExit asksAtExit;
 
 }  // namespace
+}  // namespace Quenzo::Conf
 
-int main() { AskForAll(); }
+int main() { Quenzo::Conf::AskForAll(); }
