@@ -40,8 +40,12 @@ std::string OwnFolder() {
 const LogFunctions& LoadGlog() {
     const std::string path = OwnFolder() + "/" QUENZO_LOG_LIBRARY;
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    const void* functions = library != nullptr ? dlsym(library, "quenzoConfGlog") : nullptr;
-    return functions != nullptr ? *static_cast<const LogFunctions*>(functions) : kWithoutGlog;
+    void* symbol = library != nullptr ? dlsym(library, "quenzoConfLoadedGlog") : nullptr;
+    if (symbol == nullptr) {
+        return kWithoutGlog;
+    }
+    const LogFunctions* loaded = static_cast<decltype(quenzoConfLoadedGlog)*>(symbol)->load(std::memory_order_acquire);
+    return loaded != nullptr ? *loaded : kWithoutGlog;
 }
 
 }  // namespace

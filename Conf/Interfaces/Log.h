@@ -6,6 +6,7 @@
 
 #include <foundation/Export.h>
 
+#include <atomic>
 #include <string_view>
 
 namespace Quenzo::Detail {
@@ -26,4 +27,8 @@ const LogFunctions& Log();
 }  // namespace Quenzo::Detail
 
 /// The functions as glog fulfils them.
-extern "C" QUENZO_API const Quenzo::Detail::LogFunctions quenzoConfGlog;
+extern "C" const Quenzo::Detail::LogFunctions quenzoConfGlog;
+
+/// The same, once the library that stands before glog is loaded. The thread whose dlopen loads it is not the only one
+/// that uses it: any other whose dlopen finds it loaded sees all of glog's own initialisation through this object.
+extern "C" QUENZO_API std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog;

@@ -1,6 +1,7 @@
 // Covers what several threads may do at once: take and drop references, clone and read what nobody changes, raise and
 // catch failures. Run under ThreadSanitizer too. The tables are in tests/Conf/ConcurrentTablesTest.cpp.
 
+#include <Conf/Interfaces/AppleUTI.h>
 #include <Conf/Interfaces/IFormatCodecAudio.h>
 #include <Conf/Interfaces/IFormatCodecSubtitle.h>
 #include <Conf/Interfaces/IFormatCodecVideo.h>
@@ -196,6 +197,13 @@ TEST(ThreadTest, OneFailure_IsReadOnAllThreads) {
             EXPECT_EQ(ReportOf([&] { std::rethrow_exception(failure); }), expected);
         }
     });
+}
+
+// One thread loads the logging library, another finds it loaded, and each uses it at once. An unknown identifier makes
+// the library ask whether a remark is wanted; the known one makes the table, so that no thread waits for another at it.
+TEST(ThreadTest, Log_IsAskedForFirstOnAllThreads) {
+    EXPECT_FALSE(UTI::FindFormatID("public.heic").empty());
+    OnAllThreads([](std::size_t) { EXPECT_EQ(UTI::FindFormatID("unknown"), ""); });
 }
 
 // All that can be asked of a graph, as one text.

@@ -64,10 +64,11 @@ TEST(ToNumberTest, NumbersBeyondTheRange_AreRefused) {
 }
 
 TEST(ToNumberTest, LeadingZeros_AreAnyNumber) {
-    ExpectNumber<int>(std::string(1000, '0') + "7", 7);
-    ExpectNumber<int>("-" + std::string(1000, '0') + "2147483648", std::numeric_limits<int>::min());
-    ExpectNumber<int>(std::string(1000, '0'), 0);
-    ExpectNoNumber<int>(std::string(1000, '0') + "2147483648");
+    const std::string zeros(1000, '0');
+    ExpectNumber<int>(zeros + "7", 7);
+    ExpectNumber<int>("-" + zeros + "2147483648", std::numeric_limits<int>::min());
+    ExpectNumber<int>(zeros, 0);
+    ExpectNoNumber<int>(zeros + "2147483648");
 }
 
 TEST(ToNumberTest, Nothing_IsRefused) {

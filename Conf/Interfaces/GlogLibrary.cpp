@@ -1,0 +1,10 @@
+#include <Conf/Interfaces/Log.h>
+
+constinit std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog = nullptr;
+
+namespace {
+
+// Runs when the library is loaded, after what glog does when it is loaded.
+[[gnu::constructor]] void Publish() { quenzoConfLoadedGlog.store(&quenzoConfGlog, std::memory_order_release); }
+
+}  // namespace
