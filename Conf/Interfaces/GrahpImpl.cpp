@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <utility>
 
 namespace Quenzo::Conf {
@@ -37,30 +38,10 @@ void ReserveOneMore(Elements& elements) {
 
 }  // namespace
 
-ITranscodingMetaGraph::GrahpImpl::Finder::Finder(const GrahpImpl& graph) : graph_(graph) {
-    if (graph.idsAscend_) {
-        return;
-    }
-    first_.reserve(graph.slots_.size());
-    for (const Slot& slot : graph.slots_) {
-        first_.try_emplace(slot.id, slot.vertex);
-    }
-}
-
-auto ITranscodingMetaGraph::GrahpImpl::Finder::operator()(NodeId node) const -> Vertex& {
-    const auto known = first_.find(node);
-    return known != first_.end() ? *known->second : graph_.VertexById(node);
-}
-
-auto ITranscodingMetaGraph::GrahpImpl::Finder::First(const Vertex& vertex) const -> const Vertex& {
-    return graph_.idsAscend_ ? vertex : (*this)(graph_.IdOf(vertex));
-}
-
 auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept -> Vertex* {
-    const auto hasId = [node](const Slot& slot) { return slot.id == node; };
     if (!idsAscend_) {
-        const auto slot = std::find_if(slots_.begin(), slots_.end(), hasId);
-        return slot != slots_.end() ? slot->vertex : nullptr;
+        const auto first = firstOfId_.find(node);
+        return first != firstOfId_.end() ? first->second : nullptr;
     }
     if (slots_.empty() || node < slots_.front().id) {
         return nullptr;
@@ -69,6 +50,7 @@ auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept ->
     // possible.
     const auto distance = static_cast<std::uint64_t>(node) - static_cast<std::uint64_t>(slots_.front().id);
     const std::size_t last = std::min<std::uint64_t>(distance, slots_.size() - 1);
+    const auto hasId = [node](const Slot& slot) { return slot.id == node; };
     if (hasId(slots_[last])) {
         return slots_[last].vertex;
     }
@@ -86,6 +68,11 @@ auto ITranscodingMetaGraph::GrahpImpl::VertexById(NodeId node) const -> Vertex& 
         QUENZO_THROW(failure);
     }
     return *vertex;
+}
+
+// The vertex that a look-up finds by the id of this one.
+auto ITranscodingMetaGraph::GrahpImpl::FirstOfSameId(const Vertex& vertex) const noexcept -> const Vertex& {
+    return idsAscend_ ? vertex : *firstOfId_.find(IdOf(vertex))->second;
 }
 
 // The first edge to the target in the out-list of the source, or the list's end.
@@ -138,11 +125,39 @@ void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tr
     ReserveOneMore(slots_);
     RecordList added(records_.get_allocator());
     added.emplace_back().tree = std::move(tree);
-    Vertex* const vertex = NewVertex();
+    const auto discard = [this](Vertex* unused) { DeleteVertex(unused); };
+    std::unique_ptr<Vertex, decltype(discard)> vertex(NewVertex(), discard);
     vertex->position = slots_.size();
-    idsAscend_ = idsAscend_ && (slots_.empty() || slots_.back().id < id);
+    if (idsAscend_ && !slots_.empty() && slots_.back().id >= id) {
+        StartIndex();
+    }
+    if (!idsAscend_) {
+        firstOfId_.try_emplace(id, vertex.get());
+    }
     records_.splice(records_.end(), added);
-    slots_.push_back({id, vertex, std::prev(records_.end())});
+    slots_.push_back({id, vertex.release(), std::prev(records_.end())});
+}
+
+void ITranscodingMetaGraph::GrahpImpl::StartIndex() {
+    firstOfId_.clear();
+    firstOfId_.reserve(slots_.size() + 1);
+    for (const Slot& slot : slots_) {
+        firstOfId_.emplace(slot.id, slot.vertex);
+    }
+    idsAscend_ = false;
+}
+
+// The node at the position, the first with its id, goes; the next with that id, if there is one, becomes the first.
+void ITranscodingMetaGraph::GrahpImpl::RemoveFromIndex(std::size_t position) noexcept {
+    const NodeId id = slots_[position].id;
+    const auto next = std::find_if(slots_.begin() + static_cast<std::ptrdiff_t>(position) + 1, slots_.end(),
+                                   [id](const Slot& slot) { return slot.id == id; });
+    const auto first = firstOfId_.find(id);
+    if (next != slots_.end()) {
+        first->second = next->vertex;
+    } else {
+        firstOfId_.erase(first);
+    }
 }
 
 void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
@@ -156,6 +171,9 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
     } else {
         RedirectEdges(vertex, slots_[position + 1].vertex);
     }
+    if (!idsAscend_) {
+        RemoveFromIndex(position);
+    }
     DeleteVertex(slots_[position].vertex);
     records_.erase(slots_[position].record);
     slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(position));
@@ -164,6 +182,7 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
     }
     if (slots_.empty()) {
         idsAscend_ = true;
+        firstOfId_.clear();
         listsAgree_ = true;
     }
 }

@@ -97,27 +97,11 @@ private:
         RecordList::iterator record;
     };
 
-    // Answers many look-ups by id in a graph that is not changed meanwhile. While ids ascend with position the slots
-    // are index enough; a loaded document may have them in any order, and then the first vertex of each id is noted.
-    class Finder {
-    public:
-        explicit Finder(const GrahpImpl& graph);
-
-        /// The first vertex of an id. Raises NodeNotFound.
-        Vertex& operator()(NodeId node) const;
-
-        /// The first vertex of the id that a vertex has.
-        const Vertex& First(const Vertex& vertex) const;
-
-    private:
-        const GrahpImpl& graph_;
-        boost::unordered_flat_map<NodeId, Vertex*> first_;
-    };
-
     NodeId IdOf(const Vertex& vertex) const noexcept { return slots_[vertex.position].id; }
     Entries& EntriesOf(const Vertex& vertex) const noexcept { return slots_[vertex.position].record->in; }
     Vertex* FindVertex(NodeId node) const noexcept;
     Vertex& VertexById(NodeId node) const;
+    const Vertex& FirstOfSameId(const Vertex& vertex) const noexcept;
     Exits::const_iterator FindExit(const Vertex& source, const Vertex& target) const noexcept;
     Exits::const_iterator ExitBetween(NodeId from, NodeId to) const;
     void RedirectEdges(const Vertex& removed, Vertex* successor);
@@ -140,6 +124,8 @@ private:
 
     Vertex* NewVertex();
     void DeleteVertex(Vertex* vertex) noexcept;
+    void StartIndex();
+    void RemoveFromIndex(std::size_t position) noexcept;
     void AppendNode(NodeId id, Core::Property&& tree);
     LinkId AppendLink(Vertex& source, Vertex& target, Core::Property&& tree);
     void LoadLinks(DocumentReader& document);
@@ -161,8 +147,10 @@ private:
     NodeId lastNodeId_ = 0;
     LinkId lastLinkId_ = 0;
 
-    // Each id is larger than the one before it. Only a loaded document can make this false.
+    // Each id is larger than the one before it, so that the slots are index enough. Only a loaded document can make
+    // this false; from then on the first vertex of each id stands in the index.
     bool idsAscend_ = true;
+    boost::unordered_flat_map<NodeId, Vertex*> firstOfId_;
 
     // Every edge stands in the out-list of its source and in the in-list of its target, once. Removing a node that
     // links still touch makes this false.

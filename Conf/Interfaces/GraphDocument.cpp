@@ -385,13 +385,12 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
 }
 
 void ITranscodingMetaGraph::GrahpImpl::LoadLinks(DocumentReader& document) {
-    const Finder find(*this);
     for (auto& element : document.Edges().elements) {
         lastLinkId_ = std::max(lastLinkId_, ReadId(element.ids[DocumentReader::Id], ID));
         const NodeId from = ReadId(element.ids[DocumentReader::From], FROM);
         const NodeId to = ReadId(element.ids[DocumentReader::To], TO);
-        Vertex& source = find(from);
-        Vertex& target = find(to);
+        Vertex& source = VertexById(from);
+        Vertex& target = VertexById(to);
         AppendLink(source, target, std::move(element.tree));
     }
 }

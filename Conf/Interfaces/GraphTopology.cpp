@@ -266,8 +266,7 @@ auto ITranscodingMetaGraph::GrahpImpl::FindPath(NodeId from, NodeId to) const ->
     if (from == to) {
         return {to};
     }
-    const Finder find(*this);
-    const std::size_t start = find(from).position;
+    const std::size_t start = VertexById(from).position;
     const Vertex* const target = FindVertex(to);
     if (target == nullptr) {
         return {};
@@ -282,7 +281,7 @@ auto ITranscodingMetaGraph::GrahpImpl::FindPath(NodeId from, NodeId to) const ->
     for (std::size_t i = 0; i < queue.size() && before[target->position] == kNone; ++i) {
         FetchAhead(queue[i]);
         for (const Exit& exit : slots_[queue[i]].vertex->out) {
-            const std::size_t reached = find.First(*exit.target).position;
+            const std::size_t reached = FirstOfSameId(*exit.target).position;
             if (before[reached] == kNone) {
                 before[reached] = queue[i];
                 queue.push_back(reached);

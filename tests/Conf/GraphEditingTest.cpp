@@ -6,9 +6,14 @@
 #include <gtest/gtest.h>
 #include <boost/rational.hpp>
 
+#include <algorithm>
+#include <cstddef>
 #include <limits>
+#include <numeric>
+#include <random>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace Quenzo::Conf::Testing {
 namespace {
@@ -314,6 +319,53 @@ TEST(GraphEditingTest, Lookups_WithLoadedIdsInAnyOrderTakeTheFirstNodeOfAnId) {
     ExpectNodeNotFound([&] { (*graph)[1]; }, 1);
     graph->RemoveNode(5);
     EXPECT_EQ((*graph)[5], Core::Property("c", 3));
+    graph->AddLink(5, -3, Core::Property("link"));
+    EXPECT_EQ(InputsOf(graph, -3), Ids({5}));
+    graph->RemoveLink(5, -3);
+    graph->RemoveNode(5);
+    ExpectNodeNotFound([&] { (*graph)[5]; }, 5);
+    EXPECT_EQ((*graph)[-3], Core::Property("b", 2));
+    EXPECT_EQ((*graph)[0], Core::Property("data"));
+    EXPECT_EQ((*graph)[6], Core::Property("next"));
+}
+
+TEST(GraphEditingTest, Lookups_WithLoadedIdsInAnyOrderFindEachOfManyNodes) {
+    std::vector<long long> ids(5000);
+    std::iota(ids.begin(), ids.end(), -2500);
+    std::shuffle(ids.begin(), ids.end(), std::mt19937(1));
+    std::string nodes;
+    for (const long long id : ids) {
+        nodes += (nodes.empty() ? R"({"id":)" : R"(,{"id":)") + std::to_string(id) + R"(,"data":{"self":)" +
+                 std::to_string(id) + "}}";
+    }
+    const Graph graph = Loaded(R"({"vertices":[)" + nodes + R"(],"edges":[]})");
+    for (std::size_t i = 0; i < ids.size(); i += 2) {
+        graph->RemoveNode(ids[i]);
+    }
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        if (i % 2 == 0) {
+            ExpectNodeNotFound([&] { (*graph)[ids[i]]; }, ids[i]);
+        } else {
+            EXPECT_EQ((*graph)[ids[i]], Core::Property("self", ids[i]));
+        }
+    }
+}
+
+TEST(GraphEditingTest, Lookups_AfterAGraphOfIdsInAnyOrderBecameEmpty) {
+    const Graph graph = Loaded(R"({"vertices":[{"id":3,"data":{}},{"id":1,"data":{}},{"id":3,"data":{}}],"edges":[]})");
+    for (const long long id : {3, 1, 3}) {
+        graph->RemoveNode(id);
+    }
+    EXPECT_EQ(graph->AddNode(Core::Property("fourth", 4)), 4);
+    EXPECT_EQ(graph->AddNode(Core::Property("fifth", 5)), 5);
+    ExpectNodeNotFound([&] { (*graph)[3]; }, 3);
+    EXPECT_EQ((*graph)[4], Core::Property("fourth", 4));
+    // And with ids in any order once more.
+    LoadText(graph, R"({"vertices":[{"id":2,"data":{"second":2}},{"id":4,"data":{}}],"edges":[]})");
+    EXPECT_EQ((*graph)[2], Core::Property("second", 2));
+    EXPECT_EQ((*graph)[4], Core::Property("fourth", 4));
+    EXPECT_EQ((*graph)[5], Core::Property("fifth", 5));
+    ExpectNodeNotFound([&] { (*graph)[3]; }, 3);
 }
 
 TEST(GraphEditingTest, Lookups_WithGapsFindEveryNodeAndNoOther) {

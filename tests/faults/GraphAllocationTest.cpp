@@ -1,6 +1,7 @@
 // Covers what a graph does when memory runs out, at each allocation of each operation: an edit that fails leaves it as
 // it was, a failed Load leaves a part of the document in it, queries and drawing change nothing, and nothing leaks.
 
+#include <Conf/Interfaces/Exceptions.h>
 #include <Conf/Interfaces/GraphAlgorithms.h>
 #include <Conf/Interfaces/TreePreset.h>
 #include <tests/Conf/GraphSupport.h>
@@ -60,6 +61,29 @@ TEST(GraphAllocationTest, AddNode) {
     ExpectAllOrNothing(
         ITranscodingMetaGraph::Create, [](const Graph& graph) { graph->AddNode(MakeTree()); }, ContentsOf);
     ExpectAllOrNothingOf([](const Graph& graph) { graph->AddNode(MakeTree()); });
+}
+
+// Such a graph has an index, which grows with some of the nodes.
+TEST(GraphAllocationTest, AddNode_WithLoadedIdsInAnyOrder) {
+    for (int more = 0; more < 40; ++more) {
+        const auto make = [more] {
+            Graph graph = Loaded(JobDocument("ids-in-any-order.json"));
+            for (int i = 0; i < more; ++i) {
+                graph->AddNode(MakeTree());
+            }
+            return graph;
+        };
+        ExpectAllOrNothing(
+            make, [](const Graph& graph) { graph->AddNode(MakeTree()); },
+            [](const Graph& graph) {
+                const long long last = graph->GetNodesCount();
+                for (const auto& [id, tree] : NodesOf(graph)) {
+                    EXPECT_EQ((*graph)[id], tree);
+                }
+                EXPECT_THROW((*graph)[last + 1], NodeNotFound);
+                return ContentsOf(graph);
+            });
+    }
 }
 
 TEST(GraphAllocationTest, AddLink) {
