@@ -28,11 +28,12 @@ Failure LinkFailure(long long from, long long to) {
     return failure;
 }
 
-// Makes room for one more element in the amortised way, so that adding it cannot fail.
+// Makes room for more elements, so that adding them cannot fail: no more than needed at first, and with room to spare
+// where elements are added again and again.
 template <typename Elements>
-void ReserveOneMore(Elements& elements) {
-    if (elements.size() == elements.capacity()) {
-        elements.reserve(std::max<std::size_t>(2 * elements.size(), 2));
+void ReserveMore(Elements& elements, std::size_t count) {
+    if (const std::size_t needed = elements.size() + count; needed > elements.capacity()) {
+        elements.reserve(std::max<std::size_t>(needed, 2 * elements.capacity()));
     }
 }
 
@@ -52,12 +53,12 @@ auto ITranscodingMetaGraph::GrahpImpl::FindVertex(NodeId node) const noexcept ->
     const std::size_t last = std::min<std::uint64_t>(distance, slots_.size() - 1);
     const auto hasId = [node](const Slot& slot) { return slot.id == node; };
     if (hasId(slots_[last])) {
-        return slots_[last].vertex;
+        return vertices_[last];
     }
     const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(last);
     const auto slot =
         std::lower_bound(slots_.begin(), end, node, [](const Slot& each, NodeId id) { return each.id < id; });
-    return slot != end && hasId(*slot) ? slot->vertex : nullptr;
+    return slot != end && hasId(*slot) ? vertices_[static_cast<std::size_t>(slot - slots_.begin())] : nullptr;
 }
 
 auto ITranscodingMetaGraph::GrahpImpl::VertexById(NodeId node) const -> Vertex& {
@@ -99,8 +100,8 @@ auto ITranscodingMetaGraph::GrahpImpl::ExitBetween(NodeId from, NodeId to) const
 }
 
 ITranscodingMetaGraph::GrahpImpl::~GrahpImpl() {
-    for (const Slot& slot : slots_) {
-        DeleteVertex(slot.vertex);
+    for (Vertex* vertex : vertices_) {
+        DeleteVertex(vertex);
     }
 }
 
@@ -122,7 +123,7 @@ auto ITranscodingMetaGraph::GrahpImpl::AddNode(const Core::Property& tree) -> No
 }
 
 void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tree) {
-    ReserveOneMore(slots_);
+    ReserveMoreNodes(1);
     RecordList added(records_.get_allocator());
     added.emplace_back().tree = std::move(tree);
     const auto discard = [this](Vertex* unused) { DeleteVertex(unused); };
@@ -135,14 +136,20 @@ void ITranscodingMetaGraph::GrahpImpl::AppendNode(NodeId id, Core::Property&& tr
         firstOfId_.try_emplace(id, vertex.get());
     }
     records_.splice(records_.end(), added);
-    slots_.push_back({id, vertex.release(), std::prev(records_.end())});
+    slots_.push_back({id, std::prev(records_.end())});
+    vertices_.push_back(vertex.release());
+}
+
+void ITranscodingMetaGraph::GrahpImpl::ReserveMoreNodes(std::size_t count) {
+    ReserveMore(slots_, count);
+    ReserveMore(vertices_, count);
 }
 
 void ITranscodingMetaGraph::GrahpImpl::StartIndex() {
     firstOfId_.clear();
     firstOfId_.reserve(slots_.size() + 1);
-    for (const Slot& slot : slots_) {
-        firstOfId_.emplace(slot.id, slot.vertex);
+    for (Vertex* vertex : vertices_) {
+        firstOfId_.emplace(IdOf(*vertex), vertex);
     }
     idsAscend_ = false;
 }
@@ -154,7 +161,7 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveFromIndex(std::size_t position) noe
                                    [id](const Slot& slot) { return slot.id == id; });
     const auto first = firstOfId_.find(id);
     if (next != slots_.end()) {
-        first->second = next->vertex;
+        first->second = vertices_[static_cast<std::size_t>(next - slots_.begin())];
     } else {
         firstOfId_.erase(first);
     }
@@ -169,16 +176,17 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
             QUENZO_THROW(LinkFailure<LinkExists>(IdOf(*edge->source), IdOf(*edge->target)));
         }
     } else {
-        RedirectEdges(vertex, slots_[position + 1].vertex);
+        RedirectEdges(vertex, vertices_[position + 1]);
     }
     if (!idsAscend_) {
         RemoveFromIndex(position);
     }
-    DeleteVertex(slots_[position].vertex);
+    DeleteVertex(vertices_[position]);
     records_.erase(slots_[position].record);
     slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(position));
-    for (std::size_t i = position; i < slots_.size(); ++i) {
-        slots_[i].vertex->position = i;
+    vertices_.erase(vertices_.begin() + static_cast<std::ptrdiff_t>(position));
+    for (std::size_t i = position; i < vertices_.size(); ++i) {
+        vertices_[i]->position = i;
     }
     if (slots_.empty()) {
         idsAscend_ = true;
@@ -205,8 +213,8 @@ void ITranscodingMetaGraph::GrahpImpl::RedirectEdges(const Vertex& removed, Vert
         edge.source = edge.source == &removed ? successor : edge.source;
         edge.target = edge.target == &removed ? successor : edge.target;
     }
-    for (const Slot& slot : slots_) {
-        for (Exit& exit : slot.vertex->out) {
+    for (Vertex* vertex : vertices_) {
+        for (Exit& exit : vertex->out) {
             exit.target = exit.edge->target;
         }
     }
@@ -227,8 +235,8 @@ auto ITranscodingMetaGraph::GrahpImpl::AppendLink(Vertex& source, Vertex& target
         QUENZO_THROW(IdsUsedUp("link"));
     }
     Entries& in = EntriesOf(target);
-    ReserveOneMore(source.out);
-    ReserveOneMore(in);
+    ReserveMore(source.out, 1);
+    ReserveMore(in, 1);
     edges_.push_back({lastLinkId_ + 1, std::move(tree), &source, &target});
     const auto edge = std::prev(edges_.end());
     source.out.push_back({edge, &target});
@@ -277,9 +285,9 @@ void ITranscodingMetaGraph::GrahpImpl::Inputs(std::vector<NodeId>& nodes) const 
 }
 
 void ITranscodingMetaGraph::GrahpImpl::Outputs(std::vector<NodeId>& nodes) const {
-    for (const Slot& slot : slots_) {
-        if (slot.vertex->out.empty()) {
-            nodes.push_back(slot.id);
+    for (const Vertex* vertex : vertices_) {
+        if (vertex->out.empty()) {
+            nodes.push_back(IdOf(*vertex));
         }
     }
 }

@@ -90,10 +90,9 @@ private:
 
     using RecordList = std::list<Record, Detail::NodeAllocator<Record>>;
 
-    // The node at a position, and the owner of its vertex. Ids lie together, so that a search by id walks one array.
+    // What stands at a position beside the vertex.
     struct Slot {
         NodeId id;
-        Vertex* vertex;
         RecordList::iterator record;
     };
 
@@ -101,6 +100,9 @@ private:
     Entries& EntriesOf(const Vertex& vertex) const noexcept { return slots_[vertex.position].record->in; }
     Vertex* FindVertex(NodeId node) const noexcept;
     Vertex& VertexById(NodeId node) const;
+    bool IsIsolated(std::size_t position) const noexcept {
+        return vertices_[position]->out.empty() && slots_[position].record->in.empty();
+    }
     const Vertex& FirstOfSameId(const Vertex& vertex) const noexcept;
     Exits::const_iterator FindExit(const Vertex& source, const Vertex& target) const noexcept;
     Exits::const_iterator ExitBetween(NodeId from, NodeId to) const;
@@ -113,17 +115,18 @@ private:
     // compiler takes for one without effect.
     [[gnu::always_inline]] void FetchAhead(std::size_t position) const noexcept {
         constexpr std::size_t step = 8;
-        if (position + 2 * step >= slots_.size()) {
+        if (position + 2 * step >= vertices_.size()) {
             return;
         }
-        __builtin_prefetch(slots_[position + 2 * step].vertex);
-        if (const Exits& out = slots_[position + step].vertex->out; !out.empty()) {
+        __builtin_prefetch(vertices_[position + 2 * step]);
+        if (const Exits& out = vertices_[position + step]->out; !out.empty()) {
             __builtin_prefetch(out.front().target);
         }
     }
 
     Vertex* NewVertex();
     void DeleteVertex(Vertex* vertex) noexcept;
+    void ReserveMoreNodes(std::size_t count);
     void StartIndex();
     void RemoveFromIndex(std::size_t position) noexcept;
     void AppendNode(NodeId id, Core::Property&& tree);
@@ -143,6 +146,7 @@ private:
     Detail::NodeMemory edgeMemory_;
     RecordList records_{Detail::NodeAllocator<Record>(recordMemory_)};  // in the order of the slots
     std::vector<Slot> slots_;
+    std::vector<Vertex*> vertices_;  // the vertex of each position, owned; apart, for a walk reads nothing else
     EdgeList edges_{Detail::NodeAllocator<Edge>(edgeMemory_)};
     NodeId lastNodeId_ = 0;
     LinkId lastLinkId_ = 0;

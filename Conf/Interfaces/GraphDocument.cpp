@@ -368,10 +368,7 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
         QUENZO_THROW(
             Malformed(std::string("The root object must have two nested arrays named ") + VERTICES + " and " + EDGES));
     }
-    // No more than needed in a new graph, and with room to spare where document after document is added.
-    if (const std::size_t needed = slots_.size() + vertices.elements.size(); needed > slots_.capacity()) {
-        slots_.reserve(std::max(needed, 2 * slots_.capacity()));
-    }
+    ReserveMoreNodes(vertices.elements.size());
     for (auto& element : vertices.elements) {
         const NodeId id = ReadId(element.ids[DocumentReader::Id], ID);
         lastNodeId_ = std::max(lastNodeId_, id);

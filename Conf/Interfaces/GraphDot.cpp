@@ -26,8 +26,9 @@ void ITranscodingMetaGraph::GrahpImpl::SaveInToDot(const SP<Core::IDataOutput>& 
     // Without this a stream whose memory runs out goes on without a word, and half a text would be written.
     dot.exceptions(std::ios::badbit);
     dot << "digraph " << kGraphName << " {\n";
-    for (const Slot& slot : slots_) {
-        dot << slot.vertex->position << "[label=\"Node Id: " << slot.id << '\n';
+    for (std::size_t position = 0; position < slots_.size(); ++position) {
+        const Slot& slot = slots_[position];
+        dot << position << "[label=\"Node Id: " << slot.id << '\n';
         Core::PrintCorePropertyValue(slot.record->tree, 0, dot, true, true);
         dot << "\"];\n";
     }

@@ -43,8 +43,6 @@ private:
     std::size_t count_;
 };
 
-bool IsIsolated(const auto& slot) { return slot.vertex->out.empty() && slot.record->in.empty(); }
-
 // The pieces that edges make of a graph. A link whose node was removed counts for the node that took over, which does
 // not list it.
 template <class Edges>
@@ -74,18 +72,17 @@ bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
     if (slots_.size() < 2) {
         return false;
     }
-    DisjointSets pieces(slots_.size());
-    for (const Slot& slot : slots_) {
-        const Vertex& vertex = *slot.vertex;
-        FetchAhead(vertex.position);
-        if (IsIsolated(slot)) {
+    DisjointSets pieces(vertices_.size());
+    for (std::size_t position = 0; position < vertices_.size(); ++position) {
+        FetchAhead(position);
+        if (IsIsolated(position)) {
             return false;
         }
-        for (const Exit& exit : vertex.out) {
-            if (exit.target->position <= vertex.position) {
+        for (const Exit& exit : vertices_[position]->out) {
+            if (exit.target->position <= position) {
                 return UnorderedTopologyIsValid();
             }
-            pieces.Join(vertex.position, exit.target->position);
+            pieces.Join(position, exit.target->position);
         }
     }
     return IsOnePiece(pieces.Count());
@@ -105,15 +102,14 @@ bool ITranscodingMetaGraph::GrahpImpl::UnorderedTopologyIsValid() const {
         std::size_t incoming = 0;
         boost::container::small_vector<std::size_t, 1> targets;
     };
-    std::vector<Node> nodes(slots_.size());
-    for (const Slot& slot : slots_) {
-        const Vertex& vertex = *slot.vertex;
-        FetchAhead(vertex.position);
-        if (IsIsolated(slot)) {
+    std::vector<Node> nodes(vertices_.size());
+    for (std::size_t position = 0; position < vertices_.size(); ++position) {
+        FetchAhead(position);
+        if (IsIsolated(position)) {
             return false;
         }
-        for (const Exit& exit : vertex.out) {
-            nodes[vertex.position].targets.push_back(exit.target->position);
+        for (const Exit& exit : vertices_[position]->out) {
+            nodes[position].targets.push_back(exit.target->position);
             ++nodes[exit.target->position].incoming;
         }
     }
@@ -178,14 +174,14 @@ std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::StrongComponents() co
             lowest[calls.back().first] = std::min(lowest[calls.back().first], lowest[position]);
         }
     };
-    for (const Slot& slot : slots_) {
-        if (order[slot.vertex->position] != kNone) {
+    for (std::size_t root = 0; root < vertices_.size(); ++root) {
+        if (order[root] != kNone) {
             continue;
         }
-        enter(slot.vertex->position);
+        enter(root);
         while (!calls.empty()) {
             auto& [position, next] = calls.back();
-            const Exits& out = slots_[position].vertex->out;
+            const Exits& out = vertices_[position]->out;
             if (next == out.size()) {
                 leave(position);
                 continue;
@@ -214,14 +210,14 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::Cycles() const {
     std::vector<TopologyFinding> findings;
     std::vector<bool> isSetDone(slots_.size(), false);
     std::vector<std::size_t> step(slots_.size(), kNone);
-    for (const Slot& slot : slots_) {
-        const std::size_t set = sets[slot.vertex->position];
-        if (isSetDone[set] || nextInSet(*slot.vertex) == nullptr) {
+    for (const Vertex* first : vertices_) {
+        const std::size_t set = sets[first->position];
+        if (isSetDone[set] || nextInSet(*first) == nullptr) {
             continue;
         }
         isSetDone[set] = true;
         std::vector<NodeId> walk;
-        const Vertex* vertex = slot.vertex;
+        const Vertex* vertex = first;
         for (; step[vertex->position] == kNone; vertex = nextInSet(*vertex)) {
             step[vertex->position] = walk.size();
             walk.push_back(IdOf(*vertex));
@@ -240,9 +236,9 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::ExamineTopology()
             tooFew.groups.front().push_back(slot.id);
         }
     }
-    for (const Slot& slot : slots_) {
-        if (IsIsolated(slot)) {
-            findings.push_back({TopologyFault::IsolatedNode, {{slot.id}}});
+    for (std::size_t position = 0; position < slots_.size(); ++position) {
+        if (IsIsolated(position)) {
+            findings.push_back({TopologyFault::IsolatedNode, {{slots_[position].id}}});
         }
     }
     for (TopologyFinding& cycle : Cycles()) {
@@ -280,7 +276,7 @@ auto ITranscodingMetaGraph::GrahpImpl::FindPath(NodeId from, NodeId to) const ->
     queue.push_back(start);
     for (std::size_t i = 0; i < queue.size() && before[target->position] == kNone; ++i) {
         FetchAhead(queue[i]);
-        for (const Exit& exit : slots_[queue[i]].vertex->out) {
+        for (const Exit& exit : vertices_[queue[i]]->out) {
             const std::size_t reached = FirstOfSameId(*exit.target).position;
             if (before[reached] == kNone) {
                 before[reached] = queue[i];
