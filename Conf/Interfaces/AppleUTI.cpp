@@ -1,5 +1,6 @@
 #include <Conf/Interfaces/AppleUTI.h>
 
+#include <Conf/Interfaces/FixedText.h>
 #include <Conf/Interfaces/Kept.h>
 #include <Conf/Interfaces/Log.h>
 #include <Conf/Interfaces/TextIndex.h>
@@ -17,15 +18,16 @@ namespace Quenzo::Conf::UTI {
 
 namespace {
 
+using Detail::Column;
 using Detail::FileText;
 using Detail::Keep;
 using Detail::TextIndex;
 using Detail::VideoText;
 
 struct Row {
-    std::string_view uti;
-    std::string_view format;
-    std::string_view codec;
+    Detail::FormatId uti;
+    Detail::FormatId format;
+    Detail::CodecId codec;
 };
 
 constexpr auto kStillImages = std::to_array<Row>({
@@ -63,7 +65,7 @@ const Answer& NoAnswer() {
 }
 
 const Answer& FindStillImage(const std::string& uti) {
-    static constexpr TextIndex index(Detail::TextsOf(kStillImages, &Row::uti));
+    static constexpr TextIndex<Column<kStillImages, &Row::uti>> index;
     static const auto& answers = Keep(AnswersOf(kStillImages));
     const std::size_t place = index.Find(uti);
     if (place < answers.size()) {
@@ -77,7 +79,7 @@ const Answer& FindStillImage(const std::string& uti) {
 }
 
 const Answer& FindAnimatedImage(const std::string& uti) {
-    static constexpr TextIndex index(Detail::TextsOf(kAnimatedImages, &Row::uti));
+    static constexpr TextIndex<Column<kAnimatedImages, &Row::uti>> index;
     static const auto& answers = Keep(AnswersOf(kAnimatedImages));
     const std::size_t place = index.Find(uti);
     return place < answers.size() ? answers[place] : NoAnswer();

@@ -60,7 +60,7 @@ constexpr auto kModels = std::to_array<VideoBitrateModel>({
 
 static_assert(kModels.front().codecId == VideoText::CODEC_ID_H264, "the first serves the codecs without numbers");
 
-constexpr Detail::TextIndex kModelIndex(Detail::TextsOf(kModels, &VideoBitrateModel::codecId));
+constexpr Detail::TextIndex<Detail::Column<kModels, &VideoBitrateModel::codecId>> kModelIndex;
 
 std::int64_t Truncate(double value) { return SaturatingTruncate<std::int64_t>(value); }
 

@@ -1,4 +1,5 @@
 #include <Conf/Interfaces/ChannelLayoutsDescription.h>
+#include <Conf/Interfaces/FixedText.h>
 #include <Conf/Interfaces/TableRows.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <Conf/Interfaces/Vocabulary/AudioVocabulary.h>
@@ -19,7 +20,7 @@ constexpr std::array<LayoutRecord, 29> kRows = std::to_array<LayoutRecord>({
 
 constexpr std::array<LayoutRecord, 28> kValidRows = Detail::WithoutFirst(kRows);
 
-constexpr auto kTextIds = std::to_array<std::string_view>({
+constexpr auto kTextIds = std::to_array<Detail::FixedText<17>>({
 #define QUENZO_LAYOUT(value, name, textId, channels) Detail::AudioText::textId,
 #include <Conf/Interfaces/ChannelLayouts.def>
 });
@@ -44,7 +45,7 @@ static_assert(std::equal(kTextIds.begin(), kTextIds.end(), kEnumerators.begin(),
                          }),
               "an enumerator is named after its text id");
 
-constexpr Detail::TextIndex kTextIndex(kTextIds);
+constexpr Detail::TextIndex<Detail::Texts<kTextIds>> kTextIndex;
 
 }  // namespace
 

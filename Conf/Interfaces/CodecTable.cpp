@@ -1,4 +1,5 @@
 #include <Conf/Interfaces/CodecTable.h>
+#include <Conf/Interfaces/TextIndex.h>
 
 #include <cstddef>
 
@@ -6,7 +7,7 @@ namespace Quenzo::Detail {
 
 namespace {
 
-constexpr TextIndex kCodecIndex(TextsOf(kCodecs, &CodecRow::id));
+constexpr TextIndex<Column<kCodecs, &CodecRow::id>> kCodecIndex;
 
 }  // namespace
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Conf/Interfaces/TextIndex.h>
+#include <Conf/Interfaces/FixedText.h>
 
 #include <array>
 #include <cstddef>
@@ -16,10 +16,10 @@ enum class Catalogue : std::uint8_t { Listed, Unlisted };
 
 /// What is known of one codec id. The display name is empty when it is derived from the id.
 struct CodecRow {
-    std::string_view id;
+    CodecId id;
     CodecKind kind;
     Catalogue catalogue;
-    std::string_view displayName;
+    FixedText<18> displayName;
 };
 
 // The names that the rows use for themselves.

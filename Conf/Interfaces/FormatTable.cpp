@@ -7,7 +7,7 @@ namespace Quenzo::Detail {
 
 namespace {
 
-constexpr TextIndex kFormatIndex(TextsOf(kFormats, &FormatRow::id));
+constexpr TextIndex<Column<kFormats, &FormatRow::id>> kFormatIndex;
 
 }  // namespace
 

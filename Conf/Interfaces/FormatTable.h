@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Conf/Interfaces/FixedText.h>
 #include <Conf/Interfaces/Vocabulary/Texts.h>
 
 #include <array>
@@ -12,9 +13,9 @@ enum class FormatClass : std::uint8_t { Picture, Animation, Raw, Other };
 
 /// What is known of one container. The display name is empty when it has none.
 struct FormatRow {
-    std::string_view id;
+    FormatId id;
     FormatClass kind;
-    std::string_view displayName;
+    FixedText<11> displayName;
 };
 
 inline constexpr std::string_view Unnamed;
@@ -27,8 +28,8 @@ inline constexpr auto kFormats = std::to_array<FormatRow>({
 
 /// An extension that files of a container have, without a dot.
 struct FormatExtension {
-    std::string_view format;
-    std::string_view extension;
+    FormatId format;
+    FixedText<4> extension;
 };
 
 /// In the order of preference, see FormatExtensions.def.

@@ -1,3 +1,4 @@
+#include <Conf/Interfaces/FixedText.h>
 #include <Conf/Interfaces/PixelFormatDescription.h>
 #include <Conf/Interfaces/TableRows.h>
 #include <Conf/Interfaces/TextIndex.h>
@@ -17,7 +18,7 @@ constexpr auto kIds = std::to_array<PixFmt>({
 #include <Conf/Interfaces/PixelFormats.def>
 });
 
-constexpr auto kNames = std::to_array<std::string_view>({
+constexpr auto kNames = std::to_array<Detail::FixedText<11>>({
 #define QUENZO_PIXEL_FORMAT(id, name, ...) Detail::TextOfEnumerator(#name),
 #include <Conf/Interfaces/PixelFormats.def>
 });
@@ -26,7 +27,7 @@ static_assert(Detail::AllDifferent(kIds));
 static_assert(Detail::AllDifferent(kNames));
 static_assert(*std::min_element(kIds.begin(), kIds.end()) > PixFmt::NONE);
 
-constexpr Detail::TextIndex kNameIndex(kNames);
+constexpr Detail::TextIndex<Detail::Texts<kNames>> kNameIndex;
 
 // The place of each id in the list, or the size of the list where an id is not in use.
 constexpr auto kPlaces = []() {

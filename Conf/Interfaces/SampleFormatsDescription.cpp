@@ -1,3 +1,4 @@
+#include <Conf/Interfaces/FixedText.h>
 #include <Conf/Interfaces/SampleFormatsDescription.h>
 #include <Conf/Interfaces/TableRows.h>
 #include <Conf/Interfaces/TextIndex.h>
@@ -10,14 +11,14 @@ namespace Quenzo::Conf {
 
 namespace {
 
-constexpr auto kTextIds = std::to_array<std::string_view>({
+constexpr auto kTextIds = std::to_array<Detail::FixedText<15>>({
 #define QUENZO_SAMPLE_FORMAT(value, name, bits, planar, isFloat, isSigned, twin) #name,
 #include <Conf/Interfaces/SampleFormats.def>
 });
 
 static_assert(Detail::AllDifferent(kTextIds));
 
-constexpr Detail::TextIndex kTextIndex(kTextIds);
+constexpr Detail::TextIndex<Detail::Texts<kTextIds>> kTextIndex;
 
 // What the rows say, for the compiler to check; the rows themselves own texts, which it cannot read.
 struct Facts {

@@ -2,6 +2,7 @@
 
 #include <Conf/Interfaces/CodecTable.h>
 #include <Conf/Interfaces/Exceptions.h>
+#include <Conf/Interfaces/FixedText.h>
 #include <Conf/Interfaces/FormatTable.h>
 #include <Conf/Interfaces/IPreset.h>
 #include <Conf/Interfaces/Kept.h>
@@ -32,13 +33,15 @@ using Detail::FormatRow;
 using Detail::ImplText;
 using Detail::Keep;
 using Detail::TextIndex;
+using Detail::Texts;
 using Detail::VideoText;
 using Strings = std::vector<std::string>;
+using Text = Detail::FormatId;
 
 constexpr auto kHeifFormats =
-    std::to_array<std::string_view>({FileText::FORMAT_HEIF, FileText::FORMAT_HEIC, FileText::FORMAT_HEICS});
+    std::to_array<Text>({FileText::FORMAT_HEIF, FileText::FORMAT_HEIC, FileText::FORMAT_HEICS});
 
-constexpr auto kAudioContainers = std::to_array<std::string_view>({
+constexpr auto kAudioContainers = std::to_array<Text>({
     FileText::FORMAT_MP3,  FileText::FORMAT_AAC, FileText::FORMAT_AC3, FileText::FORMAT_ADX,  FileText::FORMAT_AIFF,
     FileText::FORMAT_APE,  FileText::FORMAT_AU,  FileText::FORMAT_DTS, FileText::FORMAT_FLAC, FileText::FORMAT_OGG,
     FileText::FORMAT_OPUS, FileText::FORMAT_VOC, FileText::FORMAT_WAV, FileText::FORMAT_WMA,  FileText::FORMAT_M4A,
@@ -46,29 +49,28 @@ constexpr auto kAudioContainers = std::to_array<std::string_view>({
 });
 
 constexpr auto kTextSubtitleContainers =
-    std::to_array<std::string_view>({FileText::FORMAT_ASS, FileText::FORMAT_SSA, FileText::FORMAT_SRT});
+    std::to_array<Text>({FileText::FORMAT_ASS, FileText::FORMAT_SSA, FileText::FORMAT_SRT});
 
-constexpr auto kDisabledDecoders = std::to_array<std::string_view>(
+constexpr auto kDisabledDecoders = std::to_array<Text>(
     {VideoText::CODEC_ID_H265, AudioText::CODEC_ID_EAC3, AudioText::CODEC_ID_AMR_NB, AudioText::CODEC_ID_AMR_WB});
 
 constexpr auto kDisabledEncoders =
-    std::to_array<std::string_view>({VideoText::CODEC_ID_H265, AudioText::CODEC_ID_AMR_NB, AudioText::CODEC_ID_AMR_WB,
-                                     AudioText::CODEC_ID_EAC3, AudioText::CODEC_ID_DTS, VideoText::CODEC_ID_FFV1});
+    std::to_array<Text>({VideoText::CODEC_ID_H265, AudioText::CODEC_ID_AMR_NB, AudioText::CODEC_ID_AMR_WB,
+                         AudioText::CODEC_ID_EAC3, AudioText::CODEC_ID_DTS, VideoText::CODEC_ID_FFV1});
 
-constexpr auto kBlackListed = std::to_array<std::string_view>({AudioText::CODEC_ID_TRUEHD, AudioText::CODEC_ID_MLP});
+constexpr auto kBlackListed = std::to_array<Text>({AudioText::CODEC_ID_TRUEHD, AudioText::CODEC_ID_MLP});
 
-constexpr auto kMuxers = std::to_array<std::string_view>({ImplText::FFMPEG, ImplText::LIBHEIF});
+constexpr auto kMuxers = std::to_array<Text>({ImplText::FFMPEG, ImplText::LIBHEIF});
 
-constexpr auto kParsers =
-    std::to_array<std::string_view>({ImplText::FFMPEG, ImplText::LIBHEIF, ImplText::LIBRAW, ImplText::APPLE});
+constexpr auto kParsers = std::to_array<Text>({ImplText::FFMPEG, ImplText::LIBHEIF, ImplText::LIBRAW, ImplText::APPLE});
 
 constexpr auto kDecoders =
-    std::to_array<std::string_view>({ImplText::FFMPEG, ImplText::FFMPEG_FDK, ImplText::NVDEC, ImplText::DIRECTX});
+    std::to_array<Text>({ImplText::FFMPEG, ImplText::FFMPEG_FDK, ImplText::NVDEC, ImplText::DIRECTX});
 
-constexpr auto kEncoders = std::to_array<std::string_view>(
-    {ImplText::AMF, ImplText::FFMPEG, ImplText::NVENC, ImplText::QSV, ImplText::DIRECTX});
+constexpr auto kEncoders =
+    std::to_array<Text>({ImplText::AMF, ImplText::FFMPEG, ImplText::NVENC, ImplText::QSV, ImplText::DIRECTX});
 
-constexpr auto kImplementations = std::to_array<std::string_view>({
+constexpr auto kImplementations = std::to_array<Text>({
     ImplText::AMF,
     ImplText::FFMPEG,
     ImplText::FFMPEG_FDK,
@@ -87,7 +89,7 @@ constexpr auto kImplementations = std::to_array<std::string_view>({
     ImplText::DIRECTX,
 });
 
-constexpr auto kProprietaryCodecs = std::to_array<std::string_view>({
+constexpr auto kProprietaryCodecs = std::to_array<Text>({
     VideoText::CODEC_ID_H263,       VideoText::CODEC_ID_H264,       VideoText::CODEC_ID_H265,
     VideoText::CODEC_ID_MPEG1VIDEO, VideoText::CODEC_ID_MPEG2VIDEO, VideoText::CODEC_ID_MPEG2VIDEO_XVMC,
     VideoText::CODEC_ID_MPEG4,      VideoText::CODEC_ID_MSMPEG4V1,  VideoText::CODEC_ID_MSMPEG4V2,
@@ -99,7 +101,7 @@ constexpr auto kProprietaryCodecs = std::to_array<std::string_view>({
 
 // Uncompressed audio has the bit rate that its format gives it. Unsigned 16-bit big-endian is left out on purpose, as
 // are the companded, planar and disc variants: presets in use set a bit rate for them.
-constexpr auto kCodecsWithoutBitrate = std::to_array<std::string_view>({
+constexpr auto kCodecsWithoutBitrate = std::to_array<Text>({
     AudioText::CODEC_ID_PCM_U8,
     AudioText::CODEC_ID_PCM_S8,
     AudioText::CODEC_ID_PCM_U16LE,
@@ -118,8 +120,8 @@ constexpr auto kCodecsWithoutBitrate = std::to_array<std::string_view>({
 });
 
 struct ShortName {
-    std::string_view codecId;
-    std::string_view name;
+    Detail::CodecId codecId;
+    Detail::FixedText<6> name;
 };
 
 constexpr auto kShortNames = std::to_array<ShortName>({
@@ -136,13 +138,8 @@ constexpr auto kShortNames = std::to_array<ShortName>({
 });
 
 template <std::size_t N>
-Strings ToStrings(const std::array<std::string_view, N>& texts) {
+Strings ToStrings(const std::array<Text, N>& texts) {
     return {texts.begin(), texts.end()};
-}
-
-template <std::size_t N>
-bool Contains(const TextIndex<N>& index, std::string_view text) noexcept {
-    return index.Find(text) < N;
 }
 
 void AppendListed(Strings& codecs, CodecKind kind) {
@@ -360,18 +357,18 @@ bool IsAudioCodec(const std::string& codecId) {
 bool IsSubtitleCodec(const std::string& codecId) { return IsListed(codecId, CodecKind::Subtitle); }
 
 bool IsAudioContainer(const std::string& container) {
-    static constexpr TextIndex index(kAudioContainers);
-    return Contains(index, container);
+    static constexpr TextIndex<Texts<kAudioContainers>> index;
+    return index.Contains(container);
 }
 
 bool IsTextSubtitleContainer(const std::string& container) {
-    static constexpr TextIndex index(kTextSubtitleContainers);
-    return Contains(index, container);
+    static constexpr TextIndex<Texts<kTextSubtitleContainers>> index;
+    return index.Contains(container);
 }
 
 bool IsProprietaryCodec(const std::string& codecId) {
-    static constexpr TextIndex index(kProprietaryCodecs);
-    return Contains(index, codecId);
+    static constexpr TextIndex<Texts<kProprietaryCodecs>> index;
+    return index.Contains(codecId);
 }
 
 bool IsExternalDecoder(const std::string& codecId) {
@@ -396,8 +393,8 @@ bool IsImageContainer(const std::string& container, AnimatedImages animated) {
 }
 
 bool IsAudioBitrateRequired(const std::string& codecId) {
-    static constexpr TextIndex index(kCodecsWithoutBitrate);
-    if (Contains(index, codecId)) {
+    static constexpr TextIndex<Texts<kCodecsWithoutBitrate>> index;
+    if (index.Contains(codecId)) {
         return false;
     }
     if (!IsAudioCodec(codecId)) {
@@ -410,7 +407,7 @@ bool IsAudioBitrateRequired(const std::string& codecId) {
 std::string GetDisplayCodecName(std::string_view codecId) {
     const auto* const found = std::find_if(kShortNames.begin(), kShortNames.end(),
                                            [codecId](const ShortName& row) { return row.codecId == codecId; });
-    return std::string(found != kShortNames.end() ? found->name : codecId);
+    return std::string(found != kShortNames.end() ? std::string_view(found->name) : codecId);
 }
 
 bool IsAudioOnlyPreset(const SP<const IPreset>& preset) { return HasOnlyStreamsOf(preset, IPreset::STREAM_TYPE_AUDIO); }

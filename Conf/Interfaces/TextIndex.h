@@ -11,13 +11,19 @@
 
 namespace Quenzo::Detail {
 
-/// One text of each row of a table, for an index over it.
-template <typename Row, std::size_t N>
-constexpr std::array<std::string_view, N> TextsOf(const std::array<Row, N>& rows, std::string_view Row::*text) {
-    std::array<std::string_view, N> texts;
-    std::transform(rows.begin(), rows.end(), texts.begin(), [text](const Row& row) { return row.*text; });
-    return texts;
-}
+/// The texts of a table: what stands in a member of its rows.
+template <const auto& kRows, auto Member>
+struct Column {
+    static constexpr std::size_t kSize = kRows.size();
+    static constexpr std::string_view At(std::size_t place) noexcept { return kRows[place].*Member; }
+};
+
+/// The texts of a table that has nothing else.
+template <const auto& kTexts>
+struct Texts {
+    static constexpr std::size_t kSize = kTexts.size();
+    static constexpr std::string_view At(std::size_t place) noexcept { return kTexts[place]; }
+};
 
 /// How an index tells texts apart: by their bytes.
 struct ExactWords {
@@ -37,19 +43,19 @@ struct CaselessWords {
     }
 };
 
-/// Tells at which place of a fixed table a text stands. Made by the compiler, as a perfect hash: the texts are spread
-/// over buckets, and for each bucket a displacement is searched for that puts its texts into free slots, so a look-up
-/// costs one hash, two loads and one comparison. The hash sees eight characters behind what all texts begin with and
-/// the last eight; should that be too little to tell the texts apart, or should a text stand there twice, the compiler
-/// reports it.
-template <std::size_t N, typename Words = ExactWords>
+/// Tells at which place of a fixed table, a Column or Texts, a text stands. Made by the compiler, as a perfect hash:
+/// the texts are spread over buckets, and for each bucket a displacement is searched for that puts its texts into free
+/// slots, so a look-up costs one hash, two loads and one comparison. The hash sees eight characters behind what all
+/// texts begin with and the last eight; should that be too little to tell the texts apart, or should a text stand there
+/// twice, the compiler reports it. The index holds neither texts nor addresses.
+template <typename Table, typename Words = ExactWords>
 class TextIndex {
+    static constexpr std::size_t N = Table::kSize;
     static_assert(N > 1 && N <= 0x8000, "places and slots are kept in 16 bits, and a table of one text needs no index");
 
 public:
-    /// The texts must have at least two characters each and outlive the index.
-    constexpr explicit TextIndex(const std::array<std::string_view, N>& texts)
-        : texts_(texts), common_(CommonBeginning(texts)) {
+    /// The texts must have at least two characters each.
+    constexpr explicit TextIndex(const Table& table = {}) : table_(table), common_(CommonBeginning(table)) {
         for (int attempt = 0; !FillSlots(); ++attempt) {
             if (attempt == kAttempts) {
                 throw std::logic_error("a text stands there twice, or the hash is too weak");
@@ -65,18 +71,22 @@ public:
         }
         const std::uint64_t hash = HashOf(text);
         const std::size_t place = slots_[SlotOf(hash, displacements_[BucketOf(hash)])];
-        return place < N && AreSame(texts_[place], text) ? place : N;
+        return place < N && AreSame(text, table_.At(place)) ? place : N;
     }
+
+    constexpr bool Contains(std::string_view text) const noexcept { return Find(text) < N; }
 
 private:
     static constexpr int kAttempts = 100;
     static constexpr std::size_t kSlots = std::bit_ceil(2 * N);
     static constexpr std::size_t kBuckets = std::bit_ceil(N);
 
-    static constexpr std::size_t CommonBeginning(const std::array<std::string_view, N>& texts) {
-        std::size_t length = texts[0].size();
-        for (const std::string_view text : texts) {
-            const auto differ = std::mismatch(text.begin(), text.end(), texts[0].begin(), texts[0].end());
+    static constexpr std::size_t CommonBeginning(const Table& table) {
+        const std::string_view first = table.At(0);
+        std::size_t length = first.size();
+        for (std::size_t place = 1; place < N; ++place) {
+            const std::string_view text = table.At(place);
+            const auto differ = std::mismatch(text.begin(), text.end(), first.begin(), first.end());
             length = std::min(length, static_cast<std::size_t>(differ.first - text.begin()));
         }
         return length;
@@ -145,7 +155,7 @@ private:
     constexpr bool FillSlots() {
         std::array<std::pair<std::uint64_t, std::uint16_t>, N> hashes = {};
         for (std::size_t place = 0; place < N; ++place) {
-            hashes[place] = {HashOf(texts_[place]), static_cast<std::uint16_t>(place)};
+            hashes[place] = {HashOf(table_.At(place)), static_cast<std::uint16_t>(place)};
         }
         std::sort(hashes.begin(), hashes.end());
         slots_.fill(static_cast<std::uint16_t>(N));
@@ -181,7 +191,7 @@ private:
         return false;
     }
 
-    std::array<std::string_view, N> texts_;
+    [[no_unique_address]] Table table_;
     std::size_t common_;
     std::array<std::uint16_t, kBuckets> displacements_ = {};
     std::array<std::uint16_t, kSlots> slots_ = {};

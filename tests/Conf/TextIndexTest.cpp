@@ -1,6 +1,7 @@
-// Covers Conf/Interfaces/TextIndex: tables of several sizes of generated texts find each of their texts and no others,
-// whatever the texts have in common.
+// Covers Conf/Interfaces/TextIndex and FixedText: tables of several sizes of generated texts find each of their texts
+// and no others, whatever the texts have in common.
 
+#include <Conf/Interfaces/FixedText.h>
 #include <Conf/Interfaces/TextIndex.h>
 #include <tests/Conf/TableSupport.h>
 
@@ -79,12 +80,23 @@ Strings DrawMany(std::mt19937& random, const Recipe& recipe, std::size_t count) 
     return texts;
 }
 
-// The texts must outlive the index.
+// A table that is only known while the program runs; its texts must outlive it.
 template <std::size_t N>
-TextIndex<N> IndexOf(const Strings& texts) {
-    std::array<std::string_view, N> views;
-    std::copy(texts.begin(), texts.end(), views.begin());
-    return TextIndex<N>(views);
+struct Drawn {
+    static constexpr std::size_t kSize = N;
+    constexpr std::string_view At(std::size_t place) const { return texts.at(place); }
+
+    std::array<std::string_view, N> texts;
+};
+
+template <std::size_t N>
+using Index = TextIndex<Drawn<N>>;
+
+template <std::size_t N>
+Index<N> IndexOf(const Strings& texts) {
+    Drawn<N> table;
+    std::copy(texts.begin(), texts.end(), table.texts.begin());
+    return Index<N>(table);
 }
 
 // Where each text stands.
@@ -120,7 +132,7 @@ Strings Neighbours(const std::string& text) {
 template <std::size_t N>
 void ExpectFinds(const Strings& texts) {
     ASSERT_EQ(texts.size(), N);
-    const TextIndex<N> index = IndexOf<N>(texts);
+    const Index<N> index = IndexOf<N>(texts);
     const Places places = PlacesOf(texts);
     for (std::size_t place = 0; place < N; ++place) {
         EXPECT_EQ(index.Find(std::string(texts[place])), place) << texts[place];
@@ -154,7 +166,7 @@ void ExpectDoesNotFindOthers(const Recipe& recipe) {
     std::mt19937 random = Reproducible();
     const Strings drawn = DrawMany(random, recipe, 2 * N);
     const Strings texts(drawn.begin(), drawn.begin() + static_cast<std::ptrdiff_t>(N));
-    const TextIndex<N> index = IndexOf<N>(texts);
+    const Index<N> index = IndexOf<N>(texts);
     for (std::size_t i = 0; i < 2 * N; ++i) {
         ASSERT_EQ(index.Find(drawn[i]), std::min(i, N)) << drawn[i];
     }
@@ -194,7 +206,7 @@ TEST(TextIndexTest, Find_TellsTextsApartThatBeginOneAnother) {
 
 TEST(TextIndexTest, Find_OfTextsThatAreTooShortOrTooLongFindsNothing) {
     const Strings texts = {"aa", "ab", std::string(40, 'a')};
-    const TextIndex<3> index = IndexOf<3>(texts);
+    const Index<3> index = IndexOf<3>(texts);
     EXPECT_EQ(index.Find(""), 3U);
     EXPECT_EQ(index.Find(std::string_view()), 3U);
     EXPECT_EQ(index.Find("a"), 3U);
@@ -211,7 +223,7 @@ TEST(TextIndexTest, Find_TakesCharactersOfAnySign) {
 
 TEST(TextIndexTest, Find_LooksAtNoMoreThanTheText) {
     const Strings texts = {"avi", "aviation", "mp4"};
-    const TextIndex<3> index = IndexOf<3>(texts);
+    const Index<3> index = IndexOf<3>(texts);
     constexpr std::string_view text = "xaviationx";
     EXPECT_EQ(index.Find(text.substr(1, 3)), 0U);
     EXPECT_EQ(index.Find(text.substr(1, 8)), 1U);
@@ -220,7 +232,7 @@ TEST(TextIndexTest, Find_LooksAtNoMoreThanTheText) {
 }
 
 TEST(TextIndexTest, Find_WorksWhileCompiling) {
-    static constexpr TextIndex<3> index({"mp4", "matroska", "mp3"});
+    static constexpr Index<3> index(Drawn<3>{{"mp4", "matroska", "mp3"}});
     static_assert(index.Find("mp4") == 0);
     static_assert(index.Find("matroska") == 1);
     static_assert(index.Find("mp3") == 2);
@@ -229,6 +241,39 @@ TEST(TextIndexTest, Find_WorksWhileCompiling) {
     static_assert(index.Find("") == 3);
     const std::string text = "matroska";
     EXPECT_EQ(index.Find(text), 1U);
+}
+
+// A table as the library has them, and one of texts alone.
+struct Row {
+    int number;
+    FixedText<8> text;
+};
+
+constexpr auto kRows = std::to_array<Row>({{1, "matroska"}, {2, "mp4"}, {3, "mov"}});
+constexpr auto kTexts = std::to_array<FixedText<8>>({"flac", "matroska"});
+
+TEST(TextIndexTest, Find_InAColumnOrAmongTexts) {
+    static constexpr TextIndex<Column<kRows, &Row::text>> column;
+    static_assert(column.Find("matroska") == 0 && column.Find("mp4") == 1 && column.Find("mov") == 2);
+    static_assert(column.Contains("mov") && !column.Contains("MOV"));
+    static constexpr TextIndex<Texts<kTexts>, CaselessWords> texts;
+    EXPECT_EQ(texts.Find(std::string("FLAC")), 0U);
+    EXPECT_EQ(texts.Find(std::string("Matroska")), 1U);
+    EXPECT_FALSE(texts.Contains(std::string("flak")));
+}
+
+TEST(FixedTextTest, HoldsTextsUpToItsLength) {
+    static_assert(std::string_view(FixedText<4>("")).empty() && FixedText<4>().empty() && FixedText<4>("").empty());
+    static_assert(std::string_view(FixedText<4>("mp4")) == "mp4" && !FixedText<4>("mp4").empty());
+    static_assert(std::string_view(FixedText<4>("webm")) == "webm");
+    using namespace std::string_view_literals;
+    static_assert(std::string_view(FixedText<4>("a\0b\0"sv)) == "a\0b\0"sv);
+    EXPECT_THROW(FixedText<4>(std::string("quick")), std::length_error);
+    const std::string longest(255, 'x');
+    EXPECT_EQ(std::string(FixedText<255>(longest)), longest);
+    EXPECT_EQ(sizeof(FixedText<27>), 28U);
+    static_assert(FixedText<4>("mp4") == FixedText<4>("mp4") && FixedText<4>("mp4") != FixedText<4>("mp3"));
+    static_assert(FixedText<4>("mp4") == "mp4" && std::string_view("mp") != FixedText<4>("mp4"));
 }
 
 TEST(TextIndexTest, ATextThatStandsThereTwice_IsReported) {
@@ -247,7 +292,8 @@ TEST(TextIndexTest, Find_TellsTextsOfOneCharacterApartByTheirLength) {
     ExpectFinds<2>({"ab", std::string("ab\0\0", 4)});
 }
 
-constexpr TextIndex<6, CaselessWords> kCaseless({"mp4", "Matroska", "ts", "quicktime-movie", "az@[`{", "\xC1\xDA"});
+constexpr TextIndex<Drawn<6>, CaselessWords> kCaseless(Drawn<6>{
+    {"mp4", "Matroska", "ts", "quicktime-movie", "az@[`{", "\xC1\xDA"}});
 
 TEST(TextIndexTest, Find_WithoutRegardToCase) {
     for (const char* text : {"mp4", "MP4", "mP4", "Mp4"}) {
@@ -287,15 +333,15 @@ TEST(TextIndexTest, Fold_LowersEachByteByItself) {
 }
 
 TEST(TextIndexTest, ATextThatStandsThereTwiceButForItsCase_IsReported) {
-    using Caseless = TextIndex<2, CaselessWords>;
-    EXPECT_THROW(Caseless({"mp4", "MP4"}), std::logic_error);
+    using Caseless = TextIndex<Drawn<2>, CaselessWords>;
+    EXPECT_THROW(Caseless(Drawn<2>{{"mp4", "MP4"}}), std::logic_error);
 }
 
 RC_GTEST_PROP(TextIndexTest, Find_AgreesWithASearchFromTheStart, (unsigned seed, const std::string& other)) {
     std::mt19937 random(seed);
     const Recipe& recipe = kRecipes.at(*rc::gen::inRange<std::size_t>(0, kRecipes.size()));
     const Strings texts = DrawMany(random, recipe, 61);
-    const TextIndex<61> index = IndexOf<61>(texts);
+    const Index<61> index = IndexOf<61>(texts);
     const Places places = PlacesOf(texts);
     const std::string again = Draw(random, recipe);
     RC_ASSERT(index.Find(again) == PlaceOf(places, again));
