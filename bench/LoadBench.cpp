@@ -48,8 +48,11 @@ T* Symbol(void* library, const char* name) {
 // folders for one made for a particular processor, but installed libraries name no folder. A constant has its value, so
 // what runs at load has run.
 void LoadQuenzo() {
-    Load(QUENZO_BENCH_FOUNDATION);
+    void* lower = Load(QUENZO_BENCH_FOUNDATION);
     void* library = Load(QUENZO_BENCH_CONF);
+    constexpr const char* function = "_ZN6Quenzo12GetCallStackB5cxx11Ev";
+    Verify(Symbol<void>(library, function) == Symbol<void>(lower, function),
+           "the lower library is the one that is used");
     Verify(*Symbol<const std::string>(library, "_ZN6Quenzo4Conf15VideoVocabulary9TAG_WIDTHB5cxx11E") == "width",
            "a constant of the library");
 }

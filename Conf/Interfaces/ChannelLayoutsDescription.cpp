@@ -45,7 +45,7 @@ static_assert(std::equal(kTextIds.begin(), kTextIds.end(), kEnumerators.begin(),
                          }),
               "an enumerator is named after its text id");
 
-constexpr Detail::TextIndex<Detail::Texts<kTextIds>> kTextIndex;
+constexpr Detail::TextIndex<Detail::TextList<kTextIds>> kTextIndex;
 
 }  // namespace
 

@@ -4,7 +4,7 @@ constinit std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog 
 
 namespace {
 
-// Runs when the library is loaded, after what glog does when it is loaded.
+// Runs when the library is loaded, after what glog, which it needs, does when it is loaded itself.
 [[gnu::constructor]] void Publish() { quenzoConfLoadedGlog.store(&quenzoConfGlog, std::memory_order_release); }
 
 }  // namespace

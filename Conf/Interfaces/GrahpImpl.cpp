@@ -146,11 +146,11 @@ void ITranscodingMetaGraph::GrahpImpl::ReserveMoreNodes(std::size_t count) {
 }
 
 void ITranscodingMetaGraph::GrahpImpl::StartIndex() {
-    firstOfId_.clear();
-    firstOfId_.reserve(slots_.size() + 1);
+    std::map<NodeId, Vertex*> firstOfId;
     for (Vertex* vertex : vertices_) {
-        firstOfId_.emplace(IdOf(*vertex), vertex);
+        firstOfId.emplace_hint(firstOfId.end(), IdOf(*vertex), vertex);
     }
+    firstOfId_ = std::move(firstOfId);
     idsAscend_ = false;
 }
 
@@ -190,7 +190,6 @@ void ITranscodingMetaGraph::GrahpImpl::RemoveNode(NodeId node) {
     }
     if (slots_.empty()) {
         idsAscend_ = true;
-        firstOfId_.clear();
         listsAgree_ = true;
     }
 }

@@ -6,11 +6,11 @@
 #include <Conf/Interfaces/NodeMemory.h>
 
 #include <boost/container/small_vector.hpp>
-#include <boost/unordered/unordered_flat_map.hpp>
 
 #include <cstddef>
 #include <functional>
 #include <list>
+#include <map>
 #include <vector>
 
 namespace Quenzo::Conf {
@@ -151,10 +151,12 @@ private:
     NodeId lastNodeId_ = 0;
     LinkId lastLinkId_ = 0;
 
-    // Each id is larger than the one before it, so that the slots are index enough. Only a loaded document can make
-    // this false; from then on the first vertex of each id stands in the index.
+    // Each id is larger than the one before it, so that the slots are index enough. Loading can make this false, or the
+    // first node that is added to a graph into which an empty document was loaded; from then on the first vertex of
+    // each id stands in the index. A document chooses its ids, so this is no hash table, which some would turn into a
+    // list.
     bool idsAscend_ = true;
-    boost::unordered_flat_map<NodeId, Vertex*> firstOfId_;
+    std::map<NodeId, Vertex*> firstOfId_;
 
     // Every edge stands in the out-list of its source and in the in-list of its target, once. Removing a node that
     // links still touch makes this false.

@@ -375,9 +375,7 @@ void ITranscodingMetaGraph::GrahpImpl::Load(const SP<Core::IDataInput>& input) {
         AppendNode(id, std::move(element.tree));
     }
     vertices.RequireAll();
-    if (!edges.elements.empty()) {
-        LoadLinks(document);
-    }
+    LoadLinks(document);
     edges.RequireAll();
 }
 

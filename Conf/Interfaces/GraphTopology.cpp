@@ -69,7 +69,7 @@ const char* GetTopologyFaultCode(TopologyFault fault) {
 // Jobs are mostly made in the order in which their data flows. Where all links lead to later positions no cycle is
 // possible, and one walk is the whole check.
 bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
-    if (slots_.size() < 2) {
+    if (vertices_.size() < 2) {
         return false;
     }
     DisjointSets pieces(vertices_.size());
@@ -90,7 +90,7 @@ bool ITranscodingMetaGraph::GrahpImpl::TopologyIsValid() const {
 
 // Whether the graph hangs together; its number of pieces is known when its vertices list all links.
 bool ITranscodingMetaGraph::GrahpImpl::IsOnePiece(std::size_t piecesOfListedLinks) const {
-    return (listsAgree_ ? piecesOfListedLinks : JoinedByEdges(slots_.size(), edges_).Count()) == 1;
+    return (listsAgree_ ? piecesOfListedLinks : JoinedByEdges(vertices_.size(), edges_).Count()) == 1;
 }
 
 // The whole check for links that lead anywhere. Nodes that nothing enters any more are taken away; what cannot be taken
@@ -115,13 +115,13 @@ bool ITranscodingMetaGraph::GrahpImpl::UnorderedTopologyIsValid() const {
     }
 
     std::vector<std::size_t> free;
-    free.reserve(slots_.size());
-    for (std::size_t position = 0; position < slots_.size(); ++position) {
+    free.reserve(vertices_.size());
+    for (std::size_t position = 0; position < vertices_.size(); ++position) {
         if (nodes[position].incoming == 0) {
             free.push_back(position);
         }
     }
-    DisjointSets pieces(slots_.size());
+    DisjointSets pieces(vertices_.size());
     for (std::size_t i = 0; i < free.size(); ++i) {
         for (const std::size_t target : nodes[free[i]].targets) {
             pieces.Join(free[i], target);
@@ -130,16 +130,16 @@ bool ITranscodingMetaGraph::GrahpImpl::UnorderedTopologyIsValid() const {
             }
         }
     }
-    return free.size() == slots_.size() && IsOnePiece(pieces.Count());
+    return free.size() == vertices_.size() && IsOnePiece(pieces.Count());
 }
 
 // For each position the number of its connected piece, counted from 0 in the order of their first nodes.
 std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::Pieces() const {
-    DisjointSets sets = JoinedByEdges(slots_.size(), edges_);
-    std::vector<std::size_t> numbers(slots_.size(), kNone);
-    std::vector<std::size_t> pieces(slots_.size());
+    DisjointSets sets = JoinedByEdges(vertices_.size(), edges_);
+    std::vector<std::size_t> numbers(vertices_.size(), kNone);
+    std::vector<std::size_t> pieces(vertices_.size());
     std::size_t count = 0;
-    for (std::size_t position = 0; position < slots_.size(); ++position) {
+    for (std::size_t position = 0; position < vertices_.size(); ++position) {
         std::size_t& number = numbers[sets.Root(position)];
         number = number == kNone ? count++ : number;
         pieces[position] = number;
@@ -150,9 +150,9 @@ std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::Pieces() const {
 // For each position the number of its strong component: the set of nodes that it can reach and that can reach it.
 // Tarjan's algorithm, with the call stack as a vector. Boost's own would bring load-time code into this unit.
 std::vector<std::size_t> ITranscodingMetaGraph::GrahpImpl::StrongComponents() const {
-    std::vector<std::size_t> components(slots_.size(), kNone);
-    std::vector<std::size_t> order(slots_.size(), kNone);
-    std::vector<std::size_t> lowest(slots_.size(), kNone);
+    std::vector<std::size_t> components(vertices_.size(), kNone);
+    std::vector<std::size_t> order(vertices_.size(), kNone);
+    std::vector<std::size_t> lowest(vertices_.size(), kNone);
     std::vector<std::size_t> open;
     std::vector<std::pair<std::size_t, std::size_t>> calls;
     std::size_t visited = 0;
@@ -208,8 +208,8 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::Cycles() const {
     };
 
     std::vector<TopologyFinding> findings;
-    std::vector<bool> isSetDone(slots_.size(), false);
-    std::vector<std::size_t> step(slots_.size(), kNone);
+    std::vector<bool> isSetDone(vertices_.size(), false);
+    std::vector<std::size_t> step(vertices_.size(), kNone);
     for (const Vertex* first : vertices_) {
         const std::size_t set = sets[first->position];
         if (isSetDone[set] || nextInSet(*first) == nullptr) {
@@ -230,13 +230,13 @@ std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::Cycles() const {
 
 std::vector<TopologyFinding> ITranscodingMetaGraph::GrahpImpl::ExamineTopology() const {
     std::vector<TopologyFinding> findings;
-    if (slots_.size() < 2) {
+    if (vertices_.size() < 2) {
         TopologyFinding& tooFew = findings.emplace_back(TopologyFinding{TopologyFault::TooFewNodes, {{}}});
         for (const Slot& slot : slots_) {
             tooFew.groups.front().push_back(slot.id);
         }
     }
-    for (std::size_t position = 0; position < slots_.size(); ++position) {
+    for (std::size_t position = 0; position < vertices_.size(); ++position) {
         if (IsIsolated(position)) {
             findings.push_back({TopologyFault::IsolatedNode, {{slots_[position].id}}});
         }
@@ -269,10 +269,10 @@ auto ITranscodingMetaGraph::GrahpImpl::FindPath(NodeId from, NodeId to) const ->
     }
     // Each position reached remembers where it was reached from; a search by id always goes on from the first vertex
     // with that id.
-    std::vector<std::size_t> before(slots_.size(), kNone);
+    std::vector<std::size_t> before(vertices_.size(), kNone);
     before[start] = start;
     std::vector<std::size_t> queue;
-    queue.reserve(slots_.size());
+    queue.reserve(vertices_.size());
     queue.push_back(start);
     for (std::size_t i = 0; i < queue.size() && before[target->position] == kNone; ++i) {
         FetchAhead(queue[i]);

@@ -29,6 +29,7 @@ const LogFunctions& Log();
 /// The functions as glog fulfils them.
 extern "C" const Quenzo::Detail::LogFunctions quenzoConfGlog;
 
-/// The same, once the library that stands before glog is loaded. The thread whose dlopen loads it is not the only one
-/// that uses it: any other whose dlopen finds it loaded sees all of glog's own initialisation through this object.
+/// What the library that stands before glog shows of itself: those functions, and null until it is loaded. The thread
+/// whose dlopen loads it is not the only one that uses it: any other whose dlopen finds it loaded sees all of glog's
+/// own initialisation through this object. A static build has no such library.
 extern "C" QUENZO_API std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog;

@@ -15,6 +15,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
 
 namespace Quenzo::Conf {
 
@@ -106,7 +107,7 @@ public:
 
 private:
     static constexpr auto kTexts = Different<From>();
-    static constexpr Detail::TextIndex<Detail::Texts<kTexts>, Detail::CaselessWords> kIndex{};
+    static constexpr Detail::TextIndex<Detail::TextList<kTexts>, Detail::CaselessWords> kIndex{};
 
     std::array<Strings, kTexts.size()> found_;
 };

@@ -27,7 +27,7 @@ static_assert(Detail::AllDifferent(kIds));
 static_assert(Detail::AllDifferent(kNames));
 static_assert(*std::min_element(kIds.begin(), kIds.end()) > PixFmt::NONE);
 
-constexpr Detail::TextIndex<Detail::Texts<kNames>> kNameIndex;
+constexpr Detail::TextIndex<Detail::TextList<kNames>> kNameIndex;
 
 // The place of each id in the list, or the size of the list where an id is not in use.
 constexpr auto kPlaces = []() {

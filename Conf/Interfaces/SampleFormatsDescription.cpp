@@ -18,7 +18,7 @@ constexpr auto kTextIds = std::to_array<Detail::FixedText<15>>({
 
 static_assert(Detail::AllDifferent(kTextIds));
 
-constexpr Detail::TextIndex<Detail::Texts<kTextIds>> kTextIndex;
+constexpr Detail::TextIndex<Detail::TextList<kTextIds>> kTextIndex;
 
 // What the rows say, for the compiler to check; the rows themselves own texts, which it cannot read.
 struct Facts {

@@ -33,10 +33,12 @@ using Detail::FormatRow;
 using Detail::ImplText;
 using Detail::Keep;
 using Detail::TextIndex;
-using Detail::Texts;
+using Detail::TextList;
 using Detail::VideoText;
 using Strings = std::vector<std::string>;
-using Text = Detail::FormatId;
+
+// Room for any identifier in the lists.
+using Text = Detail::FixedText<28>;
 
 constexpr auto kHeifFormats =
     std::to_array<Text>({FileText::FORMAT_HEIF, FileText::FORMAT_HEIC, FileText::FORMAT_HEICS});
@@ -357,17 +359,17 @@ bool IsAudioCodec(const std::string& codecId) {
 bool IsSubtitleCodec(const std::string& codecId) { return IsListed(codecId, CodecKind::Subtitle); }
 
 bool IsAudioContainer(const std::string& container) {
-    static constexpr TextIndex<Texts<kAudioContainers>> index;
+    static constexpr TextIndex<TextList<kAudioContainers>> index;
     return index.Contains(container);
 }
 
 bool IsTextSubtitleContainer(const std::string& container) {
-    static constexpr TextIndex<Texts<kTextSubtitleContainers>> index;
+    static constexpr TextIndex<TextList<kTextSubtitleContainers>> index;
     return index.Contains(container);
 }
 
 bool IsProprietaryCodec(const std::string& codecId) {
-    static constexpr TextIndex<Texts<kProprietaryCodecs>> index;
+    static constexpr TextIndex<TextList<kProprietaryCodecs>> index;
     return index.Contains(codecId);
 }
 
@@ -393,7 +395,7 @@ bool IsImageContainer(const std::string& container, AnimatedImages animated) {
 }
 
 bool IsAudioBitrateRequired(const std::string& codecId) {
-    static constexpr TextIndex<Texts<kCodecsWithoutBitrate>> index;
+    static constexpr TextIndex<TextList<kCodecsWithoutBitrate>> index;
     if (index.Contains(codecId)) {
         return false;
     }

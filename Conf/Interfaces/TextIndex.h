@@ -20,7 +20,7 @@ struct Column {
 
 /// The texts of a table that has nothing else.
 template <const auto& kTexts>
-struct Texts {
+struct TextList {
     static constexpr std::size_t kSize = kTexts.size();
     static constexpr std::string_view At(std::size_t place) noexcept { return kTexts[place]; }
 };
@@ -43,11 +43,11 @@ struct CaselessWords {
     }
 };
 
-/// Tells at which place of a fixed table, a Column or Texts, a text stands. Made by the compiler, as a perfect hash:
-/// the texts are spread over buckets, and for each bucket a displacement is searched for that puts its texts into free
-/// slots, so a look-up costs one hash, two loads and one comparison. The hash sees eight characters behind what all
-/// texts begin with and the last eight; should that be too little to tell the texts apart, or should a text stand there
-/// twice, the compiler reports it. The index holds neither texts nor addresses.
+/// Tells at which place of a fixed table, a Column or a TextList, a text stands. Made by the compiler, as a perfect
+/// hash: the texts are spread over buckets, and for each bucket a displacement is searched for that puts its texts into
+/// free slots, so a look-up costs one hash, two loads and one comparison. The hash sees eight characters behind what
+/// all texts begin with and the last eight; should that be too little to tell the texts apart, or should a text stand
+/// there twice, the compiler reports it. The index holds neither texts nor addresses.
 template <typename Table, typename Words = ExactWords>
 class TextIndex {
     static constexpr std::size_t N = Table::kSize;

@@ -252,28 +252,14 @@ struct Row {
 constexpr auto kRows = std::to_array<Row>({{1, "matroska"}, {2, "mp4"}, {3, "mov"}});
 constexpr auto kTexts = std::to_array<FixedText<8>>({"flac", "matroska"});
 
-TEST(TextIndexTest, Find_InAColumnOrAmongTexts) {
+TEST(TextIndexTest, Find_InAColumnOrAList) {
     static constexpr TextIndex<Column<kRows, &Row::text>> column;
     static_assert(column.Find("matroska") == 0 && column.Find("mp4") == 1 && column.Find("mov") == 2);
     static_assert(column.Contains("mov") && !column.Contains("MOV"));
-    static constexpr TextIndex<Texts<kTexts>, CaselessWords> texts;
+    static constexpr TextIndex<TextList<kTexts>, CaselessWords> texts;
     EXPECT_EQ(texts.Find(std::string("FLAC")), 0U);
     EXPECT_EQ(texts.Find(std::string("Matroska")), 1U);
     EXPECT_FALSE(texts.Contains(std::string("flak")));
-}
-
-TEST(FixedTextTest, HoldsTextsUpToItsLength) {
-    static_assert(std::string_view(FixedText<4>("")).empty() && FixedText<4>().empty() && FixedText<4>("").empty());
-    static_assert(std::string_view(FixedText<4>("mp4")) == "mp4" && !FixedText<4>("mp4").empty());
-    static_assert(std::string_view(FixedText<4>("webm")) == "webm");
-    using namespace std::string_view_literals;
-    static_assert(std::string_view(FixedText<4>("a\0b\0"sv)) == "a\0b\0"sv);
-    EXPECT_THROW(FixedText<4>(std::string("quick")), std::length_error);
-    const std::string longest(255, 'x');
-    EXPECT_EQ(std::string(FixedText<255>(longest)), longest);
-    EXPECT_EQ(sizeof(FixedText<27>), 28U);
-    static_assert(FixedText<4>("mp4") == FixedText<4>("mp4") && FixedText<4>("mp4") != FixedText<4>("mp3"));
-    static_assert(FixedText<4>("mp4") == "mp4" && std::string_view("mp") != FixedText<4>("mp4"));
 }
 
 TEST(TextIndexTest, ATextThatStandsThereTwice_IsReported) {

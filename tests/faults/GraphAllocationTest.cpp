@@ -29,9 +29,10 @@ Property MakeTree() {
     return tree;
 }
 
-// The contents and the counter: what two equal graphs have in common.
+// The contents, what is found by each id, and the counter: what two equal graphs have in common.
 struct Contents {
     std::vector<Node> nodes;
+    std::vector<Property> found;
     std::vector<Link> links;
     long long lastNode = 0;
 
@@ -43,7 +44,13 @@ std::ostream& operator<<(std::ostream& os, const Contents& contents) {
               << contents.lastNode;
 }
 
-Contents ContentsOf(const Graph& graph) { return {NodesOf(graph), LinksOf(graph), graph->GetNodesCount()}; }
+Contents ContentsOf(const Graph& graph) {
+    Contents contents = {NodesOf(graph), {}, LinksOf(graph), graph->GetNodesCount()};
+    for (const Node& node : contents.nodes) {
+        contents.found.push_back((*graph)[node.id]);
+    }
+    return contents;
+}
 
 Graph MakeJob() { return MakeGraph(5, {{1, 2}, {2, 3}, {2, 4}, {3, 5}, {4, 5}}); }
 
@@ -63,27 +70,30 @@ TEST(GraphAllocationTest, AddNode) {
     ExpectAllOrNothingOf([](const Graph& graph) { graph->AddNode(MakeTree()); });
 }
 
-// Such a graph has an index, which grows with some of the nodes.
-TEST(GraphAllocationTest, AddNode_WithLoadedIdsInAnyOrder) {
-    for (int more = 0; more < 40; ++more) {
-        const auto make = [more] {
-            Graph graph = Loaded(JobDocument("ids-in-any-order.json"));
-            for (int i = 0; i < more; ++i) {
-                graph->AddNode(MakeTree());
-            }
-            return graph;
-        };
-        ExpectAllOrNothing(
-            make, [](const Graph& graph) { graph->AddNode(MakeTree()); },
-            [](const Graph& graph) {
-                const long long last = graph->GetNodesCount();
-                for (const auto& [id, tree] : NodesOf(graph)) {
-                    EXPECT_EQ((*graph)[id], tree);
-                }
-                EXPECT_THROW((*graph)[last + 1], NodeNotFound);
-                return ContentsOf(graph);
-            });
-    }
+// Ids in any order, one of them twice: such a graph has an index.
+Graph MakeIndexed() {
+    return Loaded(
+        R"({"vertices":[{"id":5,"data":{"a":1}},{"id":-3},{"id":5,"data":{"c":3}},{"id":9},{"id":0}],"edges":[]})");
+}
+
+TEST(GraphAllocationTest, AddNode_ToAGraphWithAnIndex) {
+    ExpectAllOrNothing(
+        MakeIndexed, [](const Graph& graph) { graph->AddNode(MakeTree()); },
+        [](const Graph& graph) {
+            EXPECT_THROW((*graph)[graph->GetNodesCount() + 1], NodeNotFound);
+            return ContentsOf(graph);
+        });
+}
+
+// A document without nodes has the counter begin again, so the next node has the id of one that is there.
+TEST(GraphAllocationTest, AddNode_ThatTheIndexStartsWith) {
+    const auto make = [] {
+        Graph graph = MakeJob();
+        LoadText(graph, R"({"vertices":[],"edges":[]})");
+        return graph;
+    };
+    ExpectAllOrNothing(
+        make, [](const Graph& graph) { graph->AddNode(MakeTree()); }, ContentsOf);
 }
 
 TEST(GraphAllocationTest, AddLink) {
@@ -107,6 +117,17 @@ TEST(GraphAllocationTest, Removals_TakeNoMemory) {
     }
     EXPECT_EQ(NodesOf(graph).size(), 4U);
     EXPECT_EQ(LinksOf(graph).size(), 4U);
+
+    const Graph indexed = MakeIndexed();
+    {
+        const Quenzo::Testing::FailingMemory fault(1, Quenzo::Testing::Shortage::Lasting);
+        indexed->RemoveNode(5);
+        indexed->RemoveNode(9);
+        EXPECT_FALSE(fault.HasStruck());
+    }
+    EXPECT_EQ((*indexed)[5], Property("c", 3));
+    EXPECT_THROW((*indexed)[9], NodeNotFound);
+    EXPECT_EQ(NodesOf(indexed).size(), 3U);
 }
 
 // A query appends to what it is given; that may hold a part when memory runs out.

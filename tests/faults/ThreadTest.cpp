@@ -1,5 +1,6 @@
 // Covers what several threads may do at once: take and drop references, clone and read what nobody changes, raise and
-// catch failures. Run under ThreadSanitizer too. The tables are in tests/Conf/ConcurrentTablesTest.cpp.
+// catch failures, and ask the log. Run under ThreadSanitizer too, which alone sees what goes wrong without harm. The
+// tables are in tests/Conf/ConcurrentTablesTest.cpp.
 
 #include <Conf/Interfaces/AppleUTI.h>
 #include <Conf/Interfaces/IFormatCodecAudio.h>
