@@ -79,7 +79,8 @@ constexpr std::size_t CountDifferent() {
 // The different texts of one member, in the order in which they first appear.
 template <auto Member>
 constexpr auto Different() {
-    std::array<std::decay_t<decltype(kFormatExtensions[0].*Member)>, CountDifferent<Member>()> texts;
+    using Text = std::decay_t<decltype(FormatExtension().*Member)>;
+    std::array<Text, CountDifferent<Member>()> texts;
     std::size_t count = 0;
     for (std::size_t place = 0; place < kFormatExtensions.size(); ++place) {
         if (IsFirst<Member>(place)) {

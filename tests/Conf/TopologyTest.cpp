@@ -53,6 +53,8 @@ TEST(TopologyTest, GetTopologyFaultCode_IsStable) {
     EXPECT_STREQ(GetTopologyFaultCode(TopologyFault::IsolatedNode), "isolated-node");
     EXPECT_STREQ(GetTopologyFaultCode(TopologyFault::Cycle), "cycle");
     EXPECT_STREQ(GetTopologyFaultCode(TopologyFault::Disconnected), "disconnected");
+    EXPECT_STREQ(GetTopologyFaultCode(TopologyFault{-1}), "");
+    EXPECT_STREQ(GetTopologyFaultCode(TopologyFault{4}), "");
 }
 
 TEST(TopologyTest, AnEmptyGraph_HasTooFewNodes) { ExpectFindings(0, {}, {TooFew({})}); }
@@ -105,6 +107,12 @@ TEST(TopologyTest, PathsAgainstEachOther_AreOnePiece) { ExpectFindings(4, {{1, 2
 
 TEST(TopologyTest, ATailBeforeACycle_IsNoPartOfIt) {
     ExpectFindings(4, {{1, 2}, {2, 3}, {3, 2}, {3, 4}}, {Cycle({2, 3})});
+}
+
+// All three reach each other; the first link of 3 leads to 2, so 1 is on the way to the cycle that is named.
+TEST(TopologyTest, TheWayToACycleThroughNodesOfAnother_IsNoPartOfIt) {
+    ExpectFindings(3, {{1, 2}, {2, 3}, {3, 2}, {3, 1}}, {Cycle({2, 3})});
+    ExpectFindings(4, {{1, 2}, {2, 3}, {3, 4}, {4, 3}, {4, 1}}, {Cycle({3, 4})});
 }
 
 TEST(TopologyTest, TwoCyclesInOnePiece_AreTwoFindings) {
