@@ -1,6 +1,6 @@
 #include <Conf/Interfaces/Log.h>
 
-constinit std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog = nullptr;
+constinit volatile std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog = nullptr;
 
 namespace {
 

@@ -31,5 +31,6 @@ extern "C" const Quenzo::Detail::LogFunctions quenzoConfGlog;
 
 /// What the library that stands before glog shows of itself: those functions, and null until it is loaded. The thread
 /// whose dlopen loads it is not the only one that uses it: any other whose dlopen finds it loaded sees all of glog's
-/// own initialisation through this object. A static build has no such library.
-extern "C" QUENZO_API std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog;
+/// own initialisation through this object. Volatile, as clang 16 would else give it its value while compiling. A static
+/// build has no such library.
+extern "C" QUENZO_API volatile std::atomic<const Quenzo::Detail::LogFunctions*> quenzoConfLoadedGlog;
